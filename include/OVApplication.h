@@ -1,0 +1,224 @@
+#pragma once
+
+#include "OVCoreExport.h"
+
+#include <QApplication>
+#include <QColor>
+#include <QFlags>
+#include <QString>
+#include <QVariant>
+
+class QAction;
+class QEvent;
+class IBrushFactory;
+class OVColorWidget;
+class OVApplicationPrivate;
+
+// The editor's one application object. The host executable creates it with the process's
+// arguments; everything else reaches it through GetInstance(). It owns the settings files, the
+// loaded plug-ins and the process-wide preferences. Almost every operation is static: it
+// looks up the live instance and does nothing, or returns the given default, without one.
+class OVCORE_EXPORT OVApplication : public QApplication
+{
+    Q_OBJECT
+public:
+    // Well-known keys of "user.ini"; GetName() maps each to its key.
+    enum UseDataRole : int
+    {
+        Version = 1,
+        LanguageIndex = 2,
+        ThemePath = 3,
+        CMWorkingProfileID = 4,
+        CMMissingPolicy = 5,
+        CMEqualPolicy = 6,
+        CMNotEqualPolicy = 7,
+        CMColorSpaceMismatchPolicy = 8,
+        ShowPNGCompressionSettings = 9,
+        ShowJPGCompressionSettings = 10,
+        ShowTIFFCompressionSettings = 11,
+        SavePathOpen = 12,
+        SavePathExport = 13,
+        SaveAsSuffix = 14,
+        BatchPathOpen = 15,
+        BatchPathInput = 16,
+        BatchPathOutput = 17,
+        ColorsBackground = 18,
+        ColorsForeground = 19,
+        ColorsMaskBackground = 20,
+        ColorsMaskForeground = 21,
+        StartupWindowShow = 22,
+        MiscellaneousCheckForUpdate = 23,
+        UpdateRemind = 24,
+        UpdateRemindDate = 25,
+        TexturePatternIndex = 26,
+        ApplicationTemporaryPath = 27
+    };
+
+    // Which well-known plug-in libraries LoadPlugins(flags) takes.
+    enum PluginsLoadType : int
+    {
+        Adjustments = 1,
+        Filters = 2,
+        ImageIO = 4,
+        Brushes = 8,
+        Tools = 16
+    };
+    Q_DECLARE_FLAGS(PluginsLoadTypes, PluginsLoadType)
+
+    enum ThemeType : int
+    {
+        Dark = 1,
+        Light = 2
+    };
+
+    enum OSVersion : int
+    {
+        Unknown = 0,
+        WindowsXP = 1,
+        WindowsXPSP1 = 2,
+        WindowsXPSP2 = 3,
+        WindowsXPSP3 = 4,
+        WindowsVista = 5,
+        WindowsVistaSP1 = 6,
+        WindowsVistaSP2 = 7,
+        Windows7 = 8,
+        Windows7SP1 = 9,
+        Windows8 = 10,
+        Windows8Point1 = 11,
+        Windows10 = 12
+    };
+
+    enum OSType : int
+    {
+        Workstation = 1,
+        Server = 2
+    };
+
+    // What to do with an opened image that carries no colour profile.
+    enum ColorManagementMissingPolicy : int
+    {
+        MissingLeaveAsIs = 0,
+        MissingAssignWorking = 1,
+        MissingAsk = 2
+    };
+
+    // What to do with an opened image whose profile equals the working profile.
+    enum ColorManagementEqualPolicy : int
+    {
+        EqualIgnore = 0,
+        EqualPreserve = 1,
+        EqualAsk = 2
+    };
+
+    // What to do with an opened image whose profile differs from the working profile.
+    enum ColorManagementNotEqualPolicy : int
+    {
+        NotEqualIgnore = 0,
+        NotEqualPreserve = 1,
+        NotEqualAssignWorking = 2,
+        NotEqualConvertToWorking = 3,
+        NotEqualAsk = 4
+    };
+
+    // What to do with an opened image whose profile is of another colour space than the
+    // working profile (a grey or CMYK profile on an RGB working space).
+    enum ColorManagementColorSpaceMismatchPolicy : int
+    {
+        MismatchIgnore = 0,
+        MismatchConvert = 1,
+        MismatchAsk = 2
+    };
+
+    OVApplication(int& argc, char** argv);
+    ~OVApplication() override;
+
+    static OVApplication* GetInstance();
+
+    // The folder that holds "plugins.ini", the plug-in folders, "translations" and
+    // "settings": "../Resources" beside the executable's folder, else that folder itself.
+    static QString GetResourcePath();
+    // Milliseconds the host waits before it shows progress.
+    static int GetProgressTimeout();
+    static IBrushFactory* GetBrushFactory();
+    // Asks plug-ins to write their pending state (FlushPluginData()).
+    static void FlushData();
+    // Tells the loaded plug-in containers, last loaded first, that the user interface exists.
+    static void UIReady();
+
+    void RegisterRefineSelectionAction(QAction* action);
+    QAction* GetRefineSelection() const;
+    const OVColorWidget* GetColorWidget() const;
+    void SetRecentColor(const QColor& color);
+    void SetRecentPicker(const QColor& color);
+
+    // Settings: "app.ini" in the data folder and "user.ini" in the user data folder.
+    static QVariant GetApplicationValue(const QString& key, const QVariant& def = QVariant());
+    static void SetAppicationValue(const QString& key, const QVariant& value);
+    static QVariant GetUserValue(const QString& key, const QVariant& def = QVariant());
+    static void SetUserValue(const QString& key, const QVariant& value);
+    static QVariant GetUserValue(UseDataRole role, const QVariant& def = QVariant());
+    static void SetUserValue(UseDataRole role, const QVariant& value);
+    static QString GetName(UseDataRole role);
+
+    static QString GetDataFolder();
+    static void SetDataFolder(const QString& folder);
+    static QString GetUserDataFolder();
+    static void SetUserDataFolder(const QString& folder);
+
+    static QString GetPathOpen();
+    static void SetPathOpen(const QString& path);
+    static QString GetPathExport();
+    static void SetPathExport(const QString& path);
+    static QString GetBatchPathOpen();
+    static void SetBatchPathOpen(const QString& path);
+    static QString GetBatchPathInput();
+    static void SetBatchPathInput(const QString& path);
+    static QString GetBatchPathOutput();
+    static void SetBatchPathOutput(const QString& path);
+
+    static bool IsPNGCompressionVisible();
+    static void SetPNGCompressionVisible(bool visible);
+    static bool IsJPGCompressionVisible();
+    static void SetJPGCompressionVisible(bool visible);
+    static bool IsTIFCompressionVisible();
+    static void SetTIFCompressionVisible(bool visible);
+
+    static bool WarnAboutLayerInfo();
+    static void SetWarnAboutLayerInfo(bool warn);
+
+    static ColorManagementMissingPolicy GetColorManagementMissingPolicy();
+    static void SetColorManagementMissingPolicy(ColorManagementMissingPolicy policy);
+    static ColorManagementEqualPolicy GetColorManagementEqualPolicy();
+    static void SetColorManagementEqualPolicy(ColorManagementEqualPolicy policy);
+    static ColorManagementNotEqualPolicy GetColorManagementNotEqualPolicy();
+    static void SetColorManagementNotEqualPolicy(ColorManagementNotEqualPolicy policy);
+    static ColorManagementColorSpaceMismatchPolicy GetColorManagementColorSpaceMismatchPolicy();
+    static void SetColorManagementColorSpaceMismatchPolicy(ColorManagementColorSpaceMismatchPolicy policy);
+
+signals:
+    void BackgroundChanged();
+    void ForegroundChanged();
+    void RecentColorChanged(const QColor& color);
+    void RecentPickerChanged(const QColor& color);
+    void MaskBackgroundChanged();
+    void MaskForegroundChanged();
+    void TexturePatternChanged(int index);
+    void PluginLoading(const QString& fileName);
+    void PluginLoaded(const QString& fileName);
+    void PluginLoadingError(const QString& fileName, const QString& error);
+    void PluginsLoadingFinished();
+    void RefineSelectionRegistered(QAction* pAction);
+    void FlushPluginData();
+    void AboutActivated();
+    void AboutDeactivated();
+
+protected:
+    bool event(QEvent* e) override;
+    void SetColorWidget(OVColorWidget* widget);
+
+private:
+    friend class OVApplicationPrivate;
+    OVApplicationPrivate* const d;
+};
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(OVApplication::PluginsLoadTypes)

@@ -1,0 +1,405 @@
+#include "OVApplication.h"
+
+#include "OVPluginContainer.h"
+#include "private/OVApplication_p.h"
+#include "private/OVBuildLog_p.h"
+
+#include <QDir>
+#include <QEvent>
+#include <QFile>
+#include <QFileInfo>
+#include <QPluginLoader>
+#include <QRegularExpression>
+
+namespace {
+
+// The application flags of the Qt version the editor was first released with (5.10.1).
+constexpr int kApplicationFlags = 0x050A01;
+
+const QString kLanguageIndexKey = QStringLiteral("Language/Index");
+const QString kLayerInfoKey = QStringLiteral("DocumentIO/IncompleteInfoState");
+const QString kFirstVersion = QStringLiteral("2.4.0");
+
+} // namespace
+
+OVApplication::OVApplication(int& argc, char** argv)
+    : QApplication(argc, argv, kApplicationFlags)
+    , d(new OVApplicationPrivate(this))
+{
+    d->Start();
+}
+
+OVApplication::~OVApplication()
+{
+    delete d;
+}
+
+OVApplication* OVApplication::GetInstance()
+{
+    return qobject_cast<OVApplication*>(QCoreApplication::instance());
+}
+
+bool OVApplication::event(QEvent* e)
+{
+    if (e->type() == QEvent::ApplicationActivate)
+        emit AboutActivated();
+    else if (e->type() == QEvent::ApplicationDeactivate)
+        emit AboutDeactivated();
+    return QApplication::event(e);
+}
+
+QString OVApplication::GetResourcePath()
+{
+    if (!QCoreApplication::instance())
+        return QString();
+    QDir dir(QCoreApplication::applicationDirPath());
+    if (!dir.cd(QStringLiteral("../Resources")))
+        OV_BUILD_LOG(QStringLiteral("The Resouces folder does not exist"));
+    return dir.absolutePath();
+}
+
+int OVApplication::GetProgressTimeout()
+{
+    return 2000;
+}
+
+IBrushFactory* OVApplication::GetBrushFactory()
+{
+    return OVApplicationPrivate::BrushFactory();
+}
+
+void OVApplication::FlushData()
+{
+    if (OVApplication* app = GetInstance())
+        emit app->FlushPluginData();
+}
+
+void OVApplication::UIReady()
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    if (!d)
+        return;
+    // Last loaded first, so that a plug-in finds the plug-ins it was loaded after still
+    // unaware of the user interface, as they were when it was loaded.
+    for (auto it = d->plugins.rbegin(); it != d->plugins.rend(); ++it) {
+        if (it->status != PluginRecord::Loaded || !it->loader)
+            continue;
+        if (auto* container = qobject_cast<OVPluginContainer*>(it->loader->instance()))
+            container->UIReady();
+    }
+}
+
+void OVApplication::RegisterRefineSelectionAction(QAction* action)
+{
+    if (action == d->refineSelection)
+        return;
+    d->refineSelection = action;
+    emit RefineSelectionRegistered(action);
+}
+
+QAction* OVApplication::GetRefineSelection() const
+{
+    return d->refineSelection;
+}
+
+void OVApplication::SetColorWidget(OVColorWidget* widget)
+{
+    d->colorWidget = widget;
+}
+
+const OVColorWidget* OVApplication::GetColorWidget() const
+{
+    return d->colorWidget;
+}
+
+void OVApplication::SetRecentColor(const QColor& color)
+{
+    if (color == d->recentColor)
+        return;
+    d->recentColor = color;
+    emit RecentColorChanged(color);
+}
+
+void OVApplication::SetRecentPicker(const QColor& color)
+{
+    if (color == d->recentPicker)
+        return;
+    d->recentPicker = color;
+    emit RecentPickerChanged(color);
+}
+
+// Settings
+
+QVariant OVApplication::GetApplicationValue(const QString& key, const QVariant& def)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    return d ? OVApplicationPrivate::ReadValue(d->appIniPath, key, def) : def;
+}
+
+void OVApplication::SetAppicationValue(const QString& key, const QVariant& value)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    if (!d)
+        return;
+    // Without "app.ini" and its folder, it is the user data folder that gets created, not the
+    // data folder; the host creates a data folder of its own choosing itself.
+    if (!QFileInfo::exists(d->appIniPath) && !QFileInfo::exists(GetDataFolder()))
+        QDir().mkpath(GetUserDataFolder());
+    OVApplicationPrivate::WriteValue(d->appIniPath, key, value);
+}
+
+QVariant OVApplication::GetUserValue(const QString& key, const QVariant& def)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    if (!d)
+        return def;
+    const QVariant value = OVApplicationPrivate::ReadValue(d->userIniPath, key, def);
+    if (key != kLanguageIndexKey)
+        return value;
+    // A stored language may carry a region ("pt_BR"); the editor knows languages only.
+    static const QRegularExpression region(QStringLiteral("(_.*)$"));
+    return value.toString().remove(region);
+}
+
+void OVApplication::SetUserValue(const QString& key, const QVariant& value)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    if (!d)
+        return;
+    // The version that first created "user.ini" is recorded once and never updated.
+    if (!QFileInfo::exists(d->userIniPath)) {
+        QDir().mkpath(GetUserDataFolder());
+        OVApplicationPrivate::WriteValue(d->userIniPath, GetName(Version), kFirstVersion);
+    }
+    OVApplicationPrivate::WriteValue(d->userIniPath, key, value);
+}
+
+QVariant OVApplication::GetUserValue(UseDataRole role, const QVariant& def)
+{
+    return GetUserValue(GetName(role), def);
+}
+
+void OVApplication::SetUserValue(UseDataRole role, const QVariant& value)
+{
+    SetUserValue(GetName(role), value);
+}
+
+QString OVApplication::GetName(UseDataRole role)
+{
+    switch (role) {
+    case Version:
+        return QStringLiteral("Version");
+    case LanguageIndex:
+        return QStringLiteral("Language/Index");
+    case ThemePath:
+        return QStringLiteral("Theme/Path");
+    case CMWorkingProfileID:
+        return QStringLiteral("ColorManagement/WorkingProfileID");
+    case CMMissingPolicy:
+        return QStringLiteral("ColorManagement/MissingPolicy");
+    case CMEqualPolicy:
+        return QStringLiteral("ColorManagement/EqualPolicy");
+    case CMNotEqualPolicy:
+        return QStringLiteral("ColorManagement/NotEqualPolicy");
+    case CMColorSpaceMismatchPolicy:
+        return QStringLiteral("ColorManagement/ColorSpaceMismatchPolicy");
+    case ShowPNGCompressionSettings:
+        return QStringLiteral("MessagesAndConfirmationsSettings/ShowPNGCompressionSettings");
+    case ShowJPGCompressionSettings:
+        return QStringLiteral("MessagesAndConfirmationsSettings/ShowJPGCompressionSettings");
+    case ShowTIFFCompressionSettings:
+        return QStringLiteral("MessagesAndConfirmationsSettings/ShowTIFFCompressionSettings");
+    case SavePathOpen:
+        return QStringLiteral("Save/PathOpen");
+    case SavePathExport:
+        return QStringLiteral("Save/PathExport");
+    case SaveAsSuffix:
+        return QStringLiteral("SaveAs/Suffix");
+    case BatchPathOpen:
+        return QStringLiteral("Batch/Path/Open");
+    case BatchPathInput:
+        return QStringLiteral("Batch/Path/Input");
+    case BatchPathOutput:
+        return QStringLiteral("Batch/Path/Output");
+    case ColorsBackground:
+        return QStringLiteral("Colors/Background");
+    case ColorsForeground:
+        return QStringLiteral("Colors/Foreground");
+    case ColorsMaskBackground:
+        return QStringLiteral("Colors/Mask/Background");
+    case ColorsMaskForeground:
+        return QStringLiteral("Colors/Mask/Foreground");
+    case StartupWindowShow:
+        return QStringLiteral("StartupWindow/Show");
+    case MiscellaneousCheckForUpdate:
+        return QStringLiteral("Miscellaneous/CheckForUpdate");
+    case UpdateRemind:
+        return QStringLiteral("Update/Remind");
+    case UpdateRemindDate:
+        return QStringLiteral("Update/RemindDate");
+    case TexturePatternIndex:
+        return QStringLiteral("TexturePatternIndex");
+    case ApplicationTemporaryPath:
+        return QStringLiteral("ApplicationTemporaryPath");
+    }
+    return QString();
+}
+
+QString OVApplication::GetDataFolder()
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    return d ? QFileInfo(d->appIniPath).absolutePath() : QString();
+}
+
+void OVApplication::SetDataFolder(const QString& folder)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    if (d && !folder.isEmpty())
+        OVApplicationPrivate::MoveIni(&d->appIniPath, folder, QStringLiteral("app.ini"));
+}
+
+QString OVApplication::GetUserDataFolder()
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    return d ? QFileInfo(d->userIniPath).absolutePath() : QString();
+}
+
+void OVApplication::SetUserDataFolder(const QString& folder)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    if (d && !folder.isEmpty())
+        OVApplicationPrivate::MoveIni(&d->userIniPath, folder, QStringLiteral("user.ini"));
+}
+
+QString OVApplication::GetPathOpen()
+{
+    return GetUserValue(SavePathOpen, QString()).toString();
+}
+
+void OVApplication::SetPathOpen(const QString& path)
+{
+    SetUserValue(SavePathOpen, path);
+}
+
+QString OVApplication::GetPathExport()
+{
+    return GetUserValue(SavePathExport, QString()).toString();
+}
+
+void OVApplication::SetPathExport(const QString& path)
+{
+    SetUserValue(SavePathExport, path);
+}
+
+QString OVApplication::GetBatchPathOpen()
+{
+    return GetUserValue(BatchPathOpen, QString()).toString();
+}
+
+void OVApplication::SetBatchPathOpen(const QString& path)
+{
+    SetUserValue(BatchPathOpen, path);
+}
+
+QString OVApplication::GetBatchPathInput()
+{
+    return GetUserValue(BatchPathInput, QString()).toString();
+}
+
+void OVApplication::SetBatchPathInput(const QString& path)
+{
+    SetUserValue(BatchPathInput, path);
+}
+
+QString OVApplication::GetBatchPathOutput()
+{
+    return GetUserValue(BatchPathOutput, QString()).toString();
+}
+
+void OVApplication::SetBatchPathOutput(const QString& path)
+{
+    SetUserValue(BatchPathOutput, path);
+}
+
+bool OVApplication::IsPNGCompressionVisible()
+{
+    return GetUserValue(ShowPNGCompressionSettings, true).toBool();
+}
+
+void OVApplication::SetPNGCompressionVisible(bool visible)
+{
+    SetUserValue(ShowPNGCompressionSettings, visible);
+}
+
+bool OVApplication::IsJPGCompressionVisible()
+{
+    return GetUserValue(ShowJPGCompressionSettings, true).toBool();
+}
+
+void OVApplication::SetJPGCompressionVisible(bool visible)
+{
+    SetUserValue(ShowJPGCompressionSettings, visible);
+}
+
+bool OVApplication::IsTIFCompressionVisible()
+{
+    return GetUserValue(ShowTIFFCompressionSettings, true).toBool();
+}
+
+void OVApplication::SetTIFCompressionVisible(bool visible)
+{
+    SetUserValue(ShowTIFFCompressionSettings, visible);
+}
+
+bool OVApplication::WarnAboutLayerInfo()
+{
+    return GetUserValue(kLayerInfoKey, true).toBool();
+}
+
+void OVApplication::SetWarnAboutLayerInfo(bool warn)
+{
+    SetUserValue(kLayerInfoKey, warn);
+}
+
+OVApplication::ColorManagementMissingPolicy OVApplication::GetColorManagementMissingPolicy()
+{
+    return ColorManagementMissingPolicy(GetUserValue(CMMissingPolicy, int(MissingAssignWorking)).toInt());
+}
+
+void OVApplication::SetColorManagementMissingPolicy(ColorManagementMissingPolicy policy)
+{
+    SetUserValue(CMMissingPolicy, int(policy));
+}
+
+OVApplication::ColorManagementEqualPolicy OVApplication::GetColorManagementEqualPolicy()
+{
+    return ColorManagementEqualPolicy(GetUserValue(CMEqualPolicy, int(EqualPreserve)).toInt());
+}
+
+void OVApplication::SetColorManagementEqualPolicy(ColorManagementEqualPolicy policy)
+{
+    SetUserValue(CMEqualPolicy, int(policy));
+}
+
+OVApplication::ColorManagementNotEqualPolicy OVApplication::GetColorManagementNotEqualPolicy()
+{
+    return ColorManagementNotEqualPolicy(
+        GetUserValue(CMNotEqualPolicy, int(NotEqualConvertToWorking)).toInt());
+}
+
+void OVApplication::SetColorManagementNotEqualPolicy(ColorManagementNotEqualPolicy policy)
+{
+    SetUserValue(CMNotEqualPolicy, int(policy));
+}
+
+OVApplication::ColorManagementColorSpaceMismatchPolicy
+OVApplication::GetColorManagementColorSpaceMismatchPolicy()
+{
+    return ColorManagementColorSpaceMismatchPolicy(
+        GetUserValue(CMColorSpaceMismatchPolicy, int(MismatchIgnore)).toInt());
+}
+
+void OVApplication::SetColorManagementColorSpaceMismatchPolicy(ColorManagementColorSpaceMismatchPolicy policy)
+{
+    SetUserValue(CMColorSpaceMismatchPolicy, int(policy));
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QColor>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <vector>
+
+class QAction;
+class QPluginLoader;
+class IBrushFactory;
+class OVApplication;
+class OVColorWidget;
+
+// One attempt to load a plug-in library, kept in attempt order.
+struct PluginRecord
+{
+    enum PluginStatus
+    {
+        Pending = 1,
+        Failed = 2,
+        Loaded = 3,
+        Missing = 7
+    };
+
+    int status = Pending;
+    QString fileName;
+    QString error;
+    int loadMs = 0;
+    QPluginLoader* loader = nullptr; // owned; set only while the plug-in is loaded
+};
+
+class OVApplicationPrivate
+{
+public:
+    explicit OVApplicationPrivate(OVApplication* owner);
+    ~OVApplicationPrivate();
+
+    OVApplicationPrivate(const OVApplicationPrivate&) = delete;
+    OVApplicationPrivate& operator=(const OVApplicationPrivate&) = delete;
+
+    // The start-up sequence; runs once the public object can be found through GetInstance().
+    void Start();
+
+    // The private object of the live application, or null without one.
+    static OVApplicationPrivate* Instance();
+
+    // The process-wide brush factory, provided by a plug-in (not owned).
+    static IBrushFactory* BrushFactory();
+    static void SetBrushFactory(IBrushFactory* factory);
+
+    // One value of an INI file, read or written through a QSettings opened for this access.
+    static QVariant ReadValue(const QString& iniPath, const QString& key, const QVariant& def);
+    static void WriteValue(const QString& iniPath, const QString& key, const QVariant& value);
+
+    // The native path of fileName in folder.
+    static QString IniPath(const QString& folder, const QString& fileName);
+    // Points *iniPath at fileName in folder, creating folder, unless it is already there.
+    static void MoveIni(QString* iniPath, const QString& folder, const QString& fileName);
+
+    OVApplication* const owner;
+    QString appIniPath;
+    QString userIniPath;
+    QString translationsDir;
+    QStringList languages;
+    QString language;
+    QMap<QString, QString> languageNames;
+    int theme = 0;
+    std::vector<PluginRecord> plugins;
+    QStringList patterns;
+    QAction* refineSelection = nullptr;
+    QColor recentColor;
+    QColor recentPicker;
+    OVColorWidget* colorWidget = nullptr;
+};

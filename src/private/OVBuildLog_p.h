@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+// Every diagnostic of the library is one debug line of the form
+//     Build date=<date>, time=<time>. Line=<line>, file="<file>". <message>
+// naming the build and the place in the sources that wrote it. The file is the source's path
+// within the project, with backslashes, so the line reads the same on every platform.
+namespace OVBuildLog {
+
+QString Format(const char* date, const char* time, int line, const QString& file, const QString& message);
+void Write(const char* date, const char* time, int line, const QString& file, const QString& message);
+
+// The project-relative path of a source file given by __FILE__.
+QString SourcePath(const char* file);
+
+} // namespace OVBuildLog
+
+// A diagnostic from the place where the macro stands.
+#define OV_BUILD_LOG(message)                                                                                \
+    OVBuildLog::Write(__DATE__, __TIME__, __LINE__, OVBuildLog::SourcePath(__FILE__), message)
+
+// A diagnostic whose line and file are fixed values that tools and people search for,
+// independent of where the statement moves to in the source.
+#define OV_BUILD_LOG_AT(line, file, message) OVBuildLog::Write(__DATE__, __TIME__, line, file, message)

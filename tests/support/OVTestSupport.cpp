@@ -1,0 +1,153 @@
+#include "OVTestSupport.h"
+
+#include <QDir>
+#include <QMutex>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <vector>
+
+namespace OVTest {
+
+namespace {
+
+std::unique_ptr<QTemporaryDir>& Sandbox()
+{
+    static std::unique_ptr<QTemporaryDir> sandbox;
+    return sandbox;
+}
+
+} // namespace
+
+QString IsolateEnvironment()
+{
+    auto& sandbox = Sandbox();
+    if (!sandbox) {
+        sandbox = std::make_unique<QTemporaryDir>(QDir::tempPath() + QStringLiteral("/ovcore-test-XXXXXX"));
+        if (!sandbox->isValid())
+            qFatal("Cannot create a temporary folder for the test profile");
+        QDir(sandbox->path()).mkpath(QStringLiteral("home"));
+        QDir(sandbox->path()).mkpath(QStringLiteral("appdata"));
+        qputenv("HOME", QFile::encodeName(sandbox->path() + QStringLiteral("/home")));
+        qputenv("USERPROFILE", QFile::encodeName(sandbox->path() + QStringLiteral("/home")));
+        qputenv("APPDATA", QFile::encodeName(sandbox->path() + QStringLiteral("/appdata")));
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(sandbox->path() + QStringLiteral("/home/.config")));
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    return sandbox->path();
+}
+
+QString SandboxPath()
+{
+    return Sandbox() ? Sandbox()->path() : QString();
+}
+
+struct LogCaptureRegistry
+{
+    QMutex mutex;
+    std::vector<LogCapture*> captures;
+    QtMessageHandler previous = nullptr;
+
+    static LogCaptureRegistry& Get()
+    {
+        static LogCaptureRegistry registry;
+        return registry;
+    }
+
+    static void Handler(QtMsgType type, const QMessageLogContext& context, const QString& message)
+    {
+        LogCaptureRegistry& registry = Get();
+        QtMessageHandler previous;
+        {
+            QMutexLocker locker(&registry.mutex);
+            for (LogCapture* capture : registry.captures)
+                capture->m_messages << message;
+            previous = registry.previous;
+        }
+        if (previous)
+            previous(type, context, message);
+    }
+};
+
+LogCapture::LogCapture()
+{
+    LogCaptureRegistry& registry = LogCaptureRegistry::Get();
+    QMutexLocker locker(&registry.mutex);
+    // QTest installs a handler of its own when it starts; take the channel back each time.
+    const QtMessageHandler previous = qInstallMessageHandler(&LogCaptureRegistry::Handler);
+    if (previous != &LogCaptureRegistry::Handler)
+        registry.previous = previous;
+    registry.captures.push_back(this);
+}
+
+LogCapture::~LogCapture()
+{
+    LogCaptureRegistry& registry = LogCaptureRegistry::Get();
+    QMutexLocker locker(&registry.mutex);
+    registry.captures.erase(std::find(registry.captures.begin(), registry.captures.end(), this));
+    if (registry.captures.empty())
+        qInstallMessageHandler(registry.previous);
+}
+
+QStringList LogCapture::Messages() const
+{
+    QMutexLocker locker(&LogCaptureRegistry::Get().mutex);
+    return m_messages;
+}
+
+QStringList LogCapture::Matching(const QString& text) const
+{
+    return Messages().filter(text);
+}
+
+void LogCapture::Clear()
+{
+    QMutexLocker locker(&LogCaptureRegistry::Get().mutex);
+    m_messages.clear();
+}
+
+QString Describe(const QString& value)
+{
+    return value;
+}
+
+QString Describe(const char* value)
+{
+    return QString::fromUtf8(value);
+}
+
+QString Describe(bool value)
+{
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+QString Describe(int value)
+{
+    return QString::number(value);
+}
+
+QString Describe(double value)
+{
+    return QString::number(value);
+}
+
+QString Describe(const QColor& value)
+{
+    return value.isValid() ? value.name(QColor::HexArgb) : QStringLiteral("invalid");
+}
+
+QString Describe(const QObject* value)
+{
+    if (!value)
+        return QStringLiteral("null");
+    return value->objectName().isEmpty() ? QString::fromLatin1(value->metaObject()->className())
+                                         : value->objectName();
+}
+
+QString Describe(const QVariant& value)
+{
+    return value.toString();
+}
+
+} // namespace OVTest

@@ -1,0 +1,109 @@
+#pragma once
+
+// Shared helpers of the test programs: an isolated profile, captured debug output and one
+// ordered log of the signals of many objects.
+
+#include <QColor>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QtTest>
+
+#include <type_traits>
+
+namespace OVTest {
+
+// Points HOME and APPDATA at folders inside a fresh temporary folder (removed at exit) and
+// selects the offscreen platform, so that nothing a test does reaches a real profile or
+// display. Call it first thing in main(), before any application object exists. Returns
+// the temporary folder.
+QString IsolateEnvironment();
+
+// The folder returned by IsolateEnvironment().
+QString SandboxPath();
+
+// Collects every Qt message while it lives. Nested captures each see every message.
+class LogCapture
+{
+public:
+    LogCapture();
+    ~LogCapture();
+    LogCapture(const LogCapture&) = delete;
+    LogCapture& operator=(const LogCapture&) = delete;
+
+    QStringList Messages() const;
+    // Messages that contain text.
+    QStringList Matching(const QString& text) const;
+    void Clear();
+
+private:
+    friend struct LogCaptureRegistry;
+    QStringList m_messages;
+};
+
+// Text for a signal argument in a SignalLog entry.
+QString Describe(const QString& value);
+QString Describe(const char* value);
+QString Describe(bool value);
+QString Describe(int value);
+QString Describe(double value);
+QString Describe(const QColor& value);
+QString Describe(const QObject* value);
+QString Describe(const QVariant& value);
+template <typename T>
+QString Describe(const T* value)
+{
+    if constexpr (std::is_base_of_v<QObject, T>)
+        return Describe(static_cast<const QObject*>(value));
+    else
+        return value ? QStringLiteral("ptr") : QStringLiteral("null");
+}
+template <typename T, typename = std::enable_if_t<std::is_enum_v<T>>>
+QString Describe(T value)
+{
+    return QString::number(static_cast<long long>(value));
+}
+
+// One ordered list of signal emissions across any number of objects, so that a test can
+// compare a whole sequence: entries read "label(arg1,arg2)", where an object argument is
+// shown by its objectName().
+class SignalLog : public QObject
+{
+public:
+    template <typename Sender, typename Signal>
+    void Record(const Sender* sender, Signal signal, const QString& label)
+    {
+        connect(sender, signal, this, [this, label](const auto&... args) {
+            QStringList parts;
+            static_cast<void>((parts << ... << Describe(args)));
+            m_entries << label + QLatin1Char('(') + parts.join(QLatin1Char(',')) + QLatin1Char(')');
+        });
+    }
+
+    QStringList Entries() const { return m_entries; }
+    QStringList Take()
+    {
+        QStringList entries = m_entries;
+        m_entries.clear();
+        return entries;
+    }
+    void Clear() { m_entries.clear(); }
+
+private:
+    QStringList m_entries;
+};
+
+} // namespace OVTest
+
+// main() of a test program that needs the application object: an isolated profile, one
+// OVApplication for the whole process, then the test object's functions.
+#define OV_TEST_MAIN(TestObject)                                                                             \
+    int main(int argc, char** argv)                                                                          \
+    {                                                                                                        \
+        OVTest::IsolateEnvironment();                                                                        \
+        OVApplication app(argc, argv);                                                                       \
+        TestObject test;                                                                                     \
+        QTEST_SET_MAIN_SOURCE_PATH                                                                           \
+        return QTest::qExec(&test, argc, argv);                                                              \
+    }
