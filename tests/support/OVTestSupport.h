@@ -81,6 +81,8 @@ public:
         });
     }
 
+    // Adds an entry of the test's own, such as a marker of when an event was processed.
+    void Append(const QString& entry) { m_entries << entry; }
     QStringList Entries() const { return m_entries; }
     QStringList Take()
     {
