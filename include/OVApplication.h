@@ -8,6 +8,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <vector>
+
 class QAction;
 class QEvent;
 class IBrushFactory;
@@ -144,6 +146,20 @@ public:
     static void FlushData();
     // Tells the loaded plug-in containers, last loaded first, that the user interface exists.
     static void UIReady();
+
+    // Plug-in libraries. The loader reads the brush and general plug-in folders from
+    // "plugins.ini" in the resource folder, loads each library with QPluginLoader, registers
+    // its image file plug-ins and keeps one record per attempt.
+    static void LoadPlugins();
+    static void LoadPlugins(QFlags<PluginsLoadType> flags);
+    static void LoadPlugins(const QStringList& files);
+    static void LoadPlugin(const QString& file);
+    static void UnloadPlugins();
+    static void UnloadPlugins(const QStringList& files);
+    static void UnloadPlugin(const QString& file);
+    static QStringList PluginFileName(PluginsLoadType type);
+    static std::vector<QString> GetErrorPlugins();
+    static QString GetErrorInfo(const QString& fileName);
 
     void RegisterRefineSelectionAction(QAction* action);
     QAction* GetRefineSelection() const;

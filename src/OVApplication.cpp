@@ -3,6 +3,7 @@
 #include "OVPluginContainer.h"
 #include "private/OVApplication_p.h"
 #include "private/OVBuildLog_p.h"
+#include "private/OVPluginLoader_p.h"
 
 #include <QDir>
 #include <QEvent>
@@ -87,6 +88,75 @@ void OVApplication::UIReady()
         if (auto* container = qobject_cast<OVPluginContainer*>(it->loader->instance()))
             container->UIReady();
     }
+}
+
+// Plug-ins
+
+void OVApplication::LoadPlugins()
+{
+    if (OVApplicationPrivate* d = OVApplicationPrivate::Instance())
+        OVPluginLoader(*d).LoadFolders(true, nullptr);
+}
+
+void OVApplication::LoadPlugins(QFlags<PluginsLoadType> flags)
+{
+    if (OVApplicationPrivate* d = OVApplicationPrivate::Instance())
+        OVPluginLoader(*d).LoadFolders(flags.testFlag(Brushes), &flags);
+}
+
+void OVApplication::LoadPlugins(const QStringList& files)
+{
+    if (OVApplicationPrivate* d = OVApplicationPrivate::Instance())
+        OVPluginLoader(*d).Load(files);
+}
+
+void OVApplication::LoadPlugin(const QString& file)
+{
+    LoadPlugins(QStringList{file});
+}
+
+void OVApplication::UnloadPlugins()
+{
+    if (OVApplicationPrivate* d = OVApplicationPrivate::Instance())
+        OVPluginLoader(*d).UnloadAll();
+}
+
+void OVApplication::UnloadPlugins(const QStringList& files)
+{
+    if (OVApplicationPrivate* d = OVApplicationPrivate::Instance())
+        OVPluginLoader(*d).Unload(files);
+}
+
+void OVApplication::UnloadPlugin(const QString& file)
+{
+    UnloadPlugins(QStringList{file});
+}
+
+QStringList OVApplication::PluginFileName(PluginsLoadType type)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    return d ? OVPluginLoader(*d).WellKnownFiles(type) : QStringList();
+}
+
+std::vector<QString> OVApplication::GetErrorPlugins()
+{
+    std::vector<QString> files;
+    if (OVApplicationPrivate* d = OVApplicationPrivate::Instance())
+        for (const PluginRecord& record : d->plugins)
+            if (record.status != PluginRecord::Loaded)
+                files.push_back(record.fileName);
+    return files;
+}
+
+QString OVApplication::GetErrorInfo(const QString& fileName)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    if (!d)
+        return QString();
+    for (const PluginRecord& record : d->plugins)
+        if (record.fileName == fileName)
+            return record.error;
+    return QStringLiteral("Errors not found");
 }
 
 void OVApplication::RegisterRefineSelectionAction(QAction* action)

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "OVApplication.h"
+
+#include <QStringList>
+
+class QFileInfo;
+class OVApplicationPrivate;
+class OVPlugin;
+
+// Finds, loads and unloads the editor's plug-in libraries for the application object, and
+// keeps its plug-in records.
+class OVPluginLoader
+{
+public:
+    explicit OVPluginLoader(OVApplicationPrivate& app);
+
+    // The file suffix of plug-in libraries on this platform, without the dot.
+    static QString Suffix();
+
+    // Gathers the libraries of the brush folder (when brushes is set) and those of the general
+    // folder (only the well-known ones of *wellKnownOnly when it is given), then loads them and
+    // announces the end. Gives up silently, apart from its log line, when the general folder
+    // is missing.
+    void LoadFolders(bool brushes, const OVApplication::PluginsLoadTypes* wellKnownOnly);
+    void Load(const QStringList& files);
+    void UnloadAll();
+    void Unload(const QStringList& files);
+
+    // The installed path of each well-known library of one flag (an empty string for one that
+    // does not exist).
+    QStringList WellKnownFiles(OVApplication::PluginsLoadType type) const;
+    // Whether a library of the general folder is one of the well-known ones of flags.
+    static bool IsWellKnown(const QFileInfo& file, OVApplication::PluginsLoadTypes flags);
+
+private:
+    struct Folders
+    {
+        QString brush;
+        QString general;
+    };
+    Folders ReadFolders() const;
+    static QStringList Libraries(const QString& folder);
+    void LoadOne(const QString& file);
+    void UnloadLibrary(size_t index);
+    void HandOver(OVPlugin* plugin);
+    void TakeBack(OVPlugin* plugin);
+
+    OVApplicationPrivate& m_app;
+};

@@ -1,0 +1,539 @@
+// Plug-in loading with real plug-in libraries: discovery in the folders "plugins.ini" names,
+// the records and their texts, the signals and events between files, registration, UIReady
+// and unloading.
+
+#include "IBrushFactory.h"
+#include "OVApplication.h"
+#include "OVImageFileManager.h"
+#include "OVImageFileReader.h"
+#include "OVTestSupport.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QPluginLoader>
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include <unistd.h>
+
+namespace {
+
+const QString kFixtures = QStringLiteral(OV_FIXTURE_PLUGIN_DIR);
+const QString kSuffix = QStringLiteral(OV_PLUGIN_SUFFIX);
+
+QString Fixture(const QString& base)
+{
+    return kFixtures + QLatin1Char('/') + base + QLatin1Char('.') + kSuffix;
+}
+
+QStringList FixtureCalls()
+{
+    return qApp->property("ovFixtureCalls").toStringList();
+}
+
+void ClearFixtureCalls()
+{
+    qApp->setProperty("ovFixtureCalls", QStringList());
+}
+
+QString LoaderError(const QString& file)
+{
+    QPluginLoader probe(file);
+    probe.instance();
+    return probe.errorString();
+}
+
+QString Base(const QString& file)
+{
+    return QFileInfo(file).completeBaseName();
+}
+
+QStringList LoadLines(const QStringList& messages)
+{
+    QStringList lines;
+    for (const QString& message : messages)
+        if (message.contains(QLatin1String("Plugin: ")))
+            lines << message.section(QLatin1String("\". "), 1);
+    return lines;
+}
+
+} // namespace
+
+class TestPluginLoader : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void loadsFoldersInOrder();
+    void wellKnownFlags_data();
+    void wellKnownFlags();
+    void missingFolders_data();
+    void missingFolders();
+    void explicitFiles();
+    void pluginFileName_data();
+    void pluginFileName();
+    void readsImagesThroughRealPlugin();
+
+private:
+    // The application's folder layout: bin/ holds the test, ../Resources the resource folder
+    // with "plugins.ini", ../plugins-<n> the brush and general plug-in folders. Qt keeps a
+    // plug-in library mapped after it is unloaded, and loading the same path again finds the
+    // old code, so every test function gets plug-in folders of its own.
+    QString Root() const
+    {
+        return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/.."));
+    }
+    QString Plugins() const { return QStringLiteral("plugins-%1").arg(m_round); }
+    QString Brush() const { return Root() + QLatin1Char('/') + Plugins() + QStringLiteral("/brush"); }
+    QString General() const { return Root() + QLatin1Char('/') + Plugins() + QStringLiteral("/general"); }
+    void WriteIni(const QString& brush, const QString& general);
+    // Copies a fixture library into folder under name (with the platform suffix unless name
+    // has a suffix of its own) and remembers it for clean-up.
+    QString Install(const QString& fixture, const QString& folder, const QString& name);
+    void Record(OVTest::SignalLog& log);
+
+    QStringList m_tried;
+    int m_round = 0;
+};
+
+void TestPluginLoader::initTestCase()
+{
+    OVImageFileManager::InitInstance();
+}
+
+void TestPluginLoader::cleanupTestCase()
+{
+    OVApplication::UnloadPlugins();
+    OVImageFileManager::ReleaseInstance();
+}
+
+void TestPluginLoader::init()
+{
+    ++m_round;
+    QDir(Root() + QStringLiteral("/Resources")).removeRecursively();
+    QDir(Root() + QLatin1Char('/') + Plugins()).removeRecursively();
+    // The application folder holds the test program and nothing else it could load.
+    QDir bin(QCoreApplication::applicationDirPath());
+    for (const QString& library : bin.entryList({QStringLiteral("*.") + kSuffix}, QDir::Files))
+        QVERIFY(bin.remove(library));
+    QVERIFY(QDir().mkpath(Brush()));
+    QVERIFY(QDir().mkpath(General()));
+    QVERIFY(QDir().mkpath(Root() + QStringLiteral("/Resources")));
+    WriteIni(QStringLiteral("../%1/brush").arg(Plugins()), QStringLiteral("../%1/general").arg(Plugins()));
+    ClearFixtureCalls();
+}
+
+void TestPluginLoader::cleanup()
+{
+    // Unloading by name forgets the records, so the next test starts with none.
+    OVApplication::UnloadPlugins();
+    OVApplication::UnloadPlugins(m_tried);
+    m_tried.clear();
+    QVERIFY(OVApplication::GetErrorPlugins().empty());
+    QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
+}
+
+void TestPluginLoader::WriteIni(const QString& brush, const QString& general)
+{
+    QSettings ini(Root() + QStringLiteral("/Resources/plugins.ini"), QSettings::IniFormat);
+    ini.clear();
+    if (!brush.isNull())
+        ini.setValue(QStringLiteral("brush"), brush);
+    if (!general.isNull())
+        ini.setValue(QStringLiteral("general"), general);
+}
+
+QString TestPluginLoader::Install(const QString& fixture, const QString& folder, const QString& name)
+{
+    const QString target = folder + QLatin1Char('/') +
+                           (name.contains(QLatin1Char('.')) ? name : name + QLatin1Char('.') + kSuffix);
+    QFile::remove(target);
+    if (!QFile::copy(fixture.contains(QLatin1Char('/')) ? fixture : Fixture(fixture), target))
+        qFatal("Cannot copy the fixture %s", qPrintable(fixture));
+    m_tried << target;
+    return target;
+}
+
+void TestPluginLoader::Record(OVTest::SignalLog& log)
+{
+    OVApplication* app = OVApplication::GetInstance();
+    log.Record(app, &OVApplication::PluginLoading, QStringLiteral("Loading"));
+    log.Record(app, &OVApplication::PluginLoaded, QStringLiteral("Loaded"));
+    log.Record(app, &OVApplication::PluginLoadingError, QStringLiteral("Error"));
+    log.Record(app, &OVApplication::PluginsLoadingFinished, QStringLiteral("Finished"));
+}
+
+void TestPluginLoader::loadsFoldersInOrder()
+{
+    const QString brush =
+        Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
+    const QString upper = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("UPPER.SO"));
+    const QString image = Install(QStringLiteral("imagecontainer"), General(), QStringLiteral("a_image"));
+    const QString empty = Install(QStringLiteral("emptycontainer"), General(), QStringLiteral("b_empty"));
+    const QString other = Install(QStringLiteral("notcontainer"), General(), QStringLiteral("c_other"));
+    const QString plain = Install(QStringLiteral("plainlibrary"), General(), QStringLiteral("d_plain"));
+    QFile text(General() + QStringLiteral("/readme.txt"));
+    QVERIFY(text.open(QIODevice::WriteOnly));
+    text.close();
+    QVERIFY(QDir().mkpath(General() + QStringLiteral("/x.") + kSuffix));
+    const QString plainError = LoaderError(plain);
+
+    OVTest::SignalLog log;
+    Record(log);
+    // Events are processed before and after each file: a call queued when a file starts runs
+    // before its result is announced.
+    QObject::connect(OVApplication::GetInstance(), &OVApplication::PluginLoading, &log,
+                     [&log](const QString& f) {
+                         QMetaObject::invokeMethod(
+                             &log, [&log, f] { log.Append(QStringLiteral("event(%1)").arg(Base(f))); },
+                             Qt::QueuedConnection);
+                     });
+    OVTest::LogCapture capture;
+
+    OVApplication::LoadPlugins();
+
+    QStringList expected;
+    for (const QString& file : {brush, upper, image})
+        expected << QStringLiteral("Loading(%1)").arg(file) << QStringLiteral("event(%1)").arg(Base(file))
+                 << QStringLiteral("Loaded(%1)").arg(file);
+    const QList<QPair<QString, QString>> failures = {{empty, QStringLiteral("Empty container.")},
+                                                     {other, QStringLiteral("Is not an Orvelin's plugin.")},
+                                                     {plain, plainError}};
+    for (const auto& failure : failures)
+        expected << QStringLiteral("Loading(%1)").arg(failure.first)
+                 << QStringLiteral("event(%1)").arg(Base(failure.first))
+                 << QStringLiteral("Error(%1,%2)").arg(failure.first, failure.second);
+    expected << QStringLiteral("Finished()");
+    QCOMPARE(log.Take(), expected);
+    QVERIFY(!plainError.isEmpty());
+
+    QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{empty, other, plain}));
+    QCOMPARE(OVApplication::GetErrorInfo(brush), QStringLiteral("Plugin OK."));
+    QCOMPARE(OVApplication::GetErrorInfo(other), QStringLiteral("Is not an Orvelin's plugin."));
+    QCOMPARE(OVApplication::GetErrorInfo(General() + QStringLiteral("/readme.txt")),
+             QStringLiteral("Errors not found"));
+    QCOMPARE(FixtureCalls(),
+             (QStringList{QStringLiteral("brush:Initialize"), QStringLiteral("tool:Initialize"),
+                          QStringLiteral("image:Initialize"), QStringLiteral("empty:Initialize"),
+                          QStringLiteral("empty:destroyed")}));
+
+    // What the libraries brought: the image file plug-in and the brush factory.
+    OVImageFileManager* registry = OVImageFileManager::GetInstance();
+    QVERIFY(registry->GetPluginForRead(QStringLiteral("fxa")) != nullptr);
+    QVERIFY(OVApplication::GetBrushFactory() != nullptr);
+    QCOMPARE(OVApplication::GetBrushFactory()->GetBrushNames(), QStringList{QStringLiteral("round")});
+
+    const QStringList lines = LoadLines(capture.Messages());
+    QCOMPARE(lines.size(), 6);
+    const QRegularExpression loadedLine(
+        QStringLiteral("^Plugin: \\\\\"(.+)\\\\\" loaded successfully\\. "
+                       "Loading time is (\\d+(\\.\\d+)?(e-\\d+)?) sec\\.\"$"));
+    QVERIFY2(loadedLine.match(lines[0]).hasMatch(), qPrintable(lines[0]));
+    QCOMPARE(loadedLine.match(lines[0]).captured(1), brush);
+    QVERIFY2(lines[5].endsWith(QStringLiteral("Error message is \\\"%1\\\".\"").arg(plainError)),
+             qPrintable(lines[5]));
+
+    // The user interface is announced to the loaded containers, last loaded first.
+    ClearFixtureCalls();
+    OVApplication::UIReady();
+    QCOMPARE(FixtureCalls(), (QStringList{QStringLiteral("image:UIReady"), QStringLiteral("tool:UIReady"),
+                                          QStringLiteral("brush:UIReady")}));
+
+    // Unloading takes everything back, last loaded first, and keeps the records.
+    ClearFixtureCalls();
+    capture.Clear();
+    OVApplication::UnloadPlugins();
+    QCOMPARE(FixtureCalls(),
+             (QStringList{QStringLiteral("image:Release"), QStringLiteral("image:destroyed"),
+                          QStringLiteral("tool:Release"), QStringLiteral("tool:destroyed"),
+                          QStringLiteral("brush:Release"), QStringLiteral("brush:destroyed")}));
+    QCOMPARE(LoadLines(capture.Messages()),
+             (QStringList{QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"").arg(image),
+                          QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"").arg(upper),
+                          QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"").arg(brush)}));
+    QCOMPARE(registry->GetPluginForRead(QStringLiteral("fxa")), nullptr);
+    QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
+    QCOMPARE(OVApplication::GetErrorInfo(brush), QStringLiteral("Plugin OK."));
+    QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{empty, other, plain}));
+
+    ClearFixtureCalls();
+    OVApplication::UIReady();
+    OVApplication::UnloadPlugins();
+    QVERIFY(FixtureCalls().isEmpty());
+    QVERIFY(log.Entries().isEmpty());
+}
+
+void TestPluginLoader::wellKnownFlags_data()
+{
+    QTest::addColumn<int>("flags");
+    QTest::addColumn<QStringList>("loaded");
+    using A = OVApplication;
+    QTest::newRow("none") << 0 << QStringList();
+    QTest::newRow("adjustments") << int(A::Adjustments) << QStringList{QStringLiteral("adjustments")};
+    QTest::newRow("filters, case-sensitive") << int(A::Filters) << QStringList{QStringLiteral("filter")};
+    QTest::newRow("image io") << int(A::ImageIO) << QStringList{QStringLiteral("imageio")};
+    QTest::newRow("tools") << int(A::Tools)
+                           << QStringList{QStringLiteral("basictools"), QStringLiteral("generaltools")};
+    QTest::newRow("brushes: the whole brush folder")
+        << int(A::Brushes) << QStringList{QStringLiteral("brushcontainer"), QStringLiteral("extra")};
+    QTest::newRow("every flag") << int(A::Adjustments | A::Filters | A::ImageIO | A::Brushes | A::Tools)
+                                << QStringList{
+                                       QStringLiteral("brushcontainer"), QStringLiteral("extra"),
+                                       QStringLiteral("adjustments"),    QStringLiteral("basictools"),
+                                       QStringLiteral("filter"),         QStringLiteral("generaltools"),
+                                       QStringLiteral("imageio")};
+    // -1 stands for LoadPlugins() without flags: every library of both folders.
+    QTest::newRow("no flags at all") << -1
+                                     << QStringList{
+                                            QStringLiteral("brushcontainer"), QStringLiteral("extra"),
+                                            QStringLiteral("Filter"),         QStringLiteral("adjustments"),
+                                            QStringLiteral("basictools"),     QStringLiteral("filter"),
+                                            QStringLiteral("generaltools"),   QStringLiteral("imageio"),
+                                            QStringLiteral("other")};
+}
+
+void TestPluginLoader::wellKnownFlags()
+{
+    QFETCH(int, flags);
+    QFETCH(QStringList, loaded);
+
+    Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
+    Install(QStringLiteral("toolcontainer"), Brush(), QStringLiteral("extra"));
+    for (const char* name :
+         {"adjustments", "filter", "Filter", "imageio", "basictools", "generaltools", "other"})
+        Install(QStringLiteral("toolcontainer"), General(), QString::fromLatin1(name));
+
+    OVTest::SignalLog log;
+    Record(log);
+    if (flags < 0)
+        OVApplication::LoadPlugins();
+    else
+        OVApplication::LoadPlugins(OVApplication::PluginsLoadTypes(flags));
+
+    QStringList expected;
+    for (const QString& name : loaded) {
+        const QString folder =
+            name == QLatin1String("brushcontainer") || name == QLatin1String("extra") ? Brush() : General();
+        const QString file = folder + QLatin1Char('/') + name + QLatin1Char('.') + kSuffix;
+        expected << QStringLiteral("Loading(%1)").arg(file) << QStringLiteral("Loaded(%1)").arg(file);
+    }
+    expected << QStringLiteral("Finished()");
+    QCOMPARE(log.Entries(), expected);
+}
+
+void TestPluginLoader::missingFolders_data()
+{
+    QTest::addColumn<QString>("ini");
+    QTest::addColumn<int>("flags");
+    QTest::addColumn<QStringList>("logged");
+    // Which libraries load, in order: "general" the one of the general folder, "bin" the one
+    // in the application folder.
+    QTest::addColumn<QStringList>("loads");
+    QTest::addColumn<bool>("finished");
+
+    const QString brushMissing = QStringLiteral("Brush folder is missing");
+    const QString generalMissing = QStringLiteral("The plugins folder does not exist");
+    const QStringList none;
+    const QStringList general{QStringLiteral("general")};
+    // Without folder names both folders are the application folder, so its library is
+    // gathered twice: as a brush library and as a general one.
+    const QStringList binTwice{QStringLiteral("bin"), QStringLiteral("bin")};
+    QTest::newRow("general folder missing")
+        << "general" << -1 << QStringList{generalMissing} << none << false;
+    QTest::newRow("both missing") << "both" << -1 << QStringList{brushMissing, generalMissing} << none
+                                  << false;
+    QTest::newRow("brush folder missing") << "brush" << -1 << QStringList{brushMissing} << general << true;
+    QTest::newRow("brush folder missing, not asked for")
+        << "brush" << int(OVApplication::ImageIO) << QStringList() << general << true;
+    QTest::newRow("no plugins.ini") << "none" << -1 << QStringList() << binTwice << true;
+    QTest::newRow("garbage plugins.ini") << "garbage" << -1 << QStringList() << binTwice << true;
+    QTest::newRow("unreadable general folder") << "unreadable" << -1 << QStringList() << none << true;
+}
+
+void TestPluginLoader::missingFolders()
+{
+    QFETCH(QString, ini);
+    QFETCH(int, flags);
+    QFETCH(QStringList, logged);
+    QFETCH(QStringList, loads);
+    QFETCH(bool, finished);
+
+    Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
+    const QString general = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("imageio"));
+    const QString bin = Install(QStringLiteral("toolcontainer"), QCoreApplication::applicationDirPath(),
+                                QStringLiteral("inbin-%1").arg(m_round));
+    const QString iniPath = Root() + QStringLiteral("/Resources/plugins.ini");
+    if (ini == QLatin1String("general"))
+        WriteIni(QStringLiteral("../%1/brush").arg(Plugins()), QStringLiteral("../nowhere"));
+    else if (ini == QLatin1String("both"))
+        WriteIni(QStringLiteral("../nowhere"), QStringLiteral("../nowhere"));
+    else if (ini == QLatin1String("brush"))
+        WriteIni(QStringLiteral("../nowhere"), QStringLiteral("../%1/general").arg(Plugins()));
+    else if (ini == QLatin1String("none"))
+        QVERIFY(QFile::remove(iniPath));
+    else if (ini == QLatin1String("garbage")) {
+        QFile file(iniPath);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray("\xff\xfe[[[\x01\x02general\x00\n]]]brush\n\x7f", 26));
+    } else if (ini == QLatin1String("unreadable")) {
+        if (geteuid() == 0)
+            QSKIP("File permissions do not bind the super-user");
+        QVERIFY(QFile::setPermissions(General(), QFileDevice::Permissions()));
+    }
+
+    OVTest::SignalLog log;
+    Record(log);
+    OVTest::LogCapture capture;
+    if (flags < 0)
+        OVApplication::LoadPlugins();
+    else
+        OVApplication::LoadPlugins(OVApplication::PluginsLoadTypes(flags));
+    QFile::setPermissions(General(),
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    OVApplication::UnloadPlugins();
+    QFile::remove(bin);
+
+    QStringList messages;
+    for (const QString& message : capture.Messages())
+        messages << message.section(QLatin1String("\". "), 1).chopped(1);
+    QCOMPARE(messages.filter(QStringLiteral("folder")), logged);
+    QStringList expected;
+    for (const QString& which : loads) {
+        const QString file = which == QLatin1String("bin") ? bin : general;
+        expected << QStringLiteral("Loading(%1)").arg(file) << QStringLiteral("Loaded(%1)").arg(file);
+    }
+    if (finished)
+        expected << QStringLiteral("Finished()");
+    QCOMPARE(log.Entries(), expected);
+}
+
+void TestPluginLoader::explicitFiles()
+{
+    const QString image = Install(QStringLiteral("imagecontainer"), General(), QStringLiteral("image"));
+    const QString tool = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("tool"));
+    const QString missing = General() + QStringLiteral("/missing.") + kSuffix;
+    const QString folder = General() + QStringLiteral("/folder.") + kSuffix;
+    const QString corrupt = General() + QStringLiteral("/corrupt.") + kSuffix;
+    QVERIFY(QDir().mkpath(folder));
+    QFile text(corrupt);
+    QVERIFY(text.open(QIODevice::WriteOnly));
+    text.write("This is not a library.\n");
+    text.close();
+    m_tried << missing << folder << corrupt;
+
+    OVTest::SignalLog log;
+    Record(log);
+    OVApplication::LoadPlugins(QStringList{missing, folder, corrupt, image, image});
+    OVApplication::LoadPlugin(tool);
+
+    const QString folderError = OVApplication::GetErrorInfo(folder);
+    const QString corruptError = OVApplication::GetErrorInfo(corrupt);
+    QVERIFY(!folderError.isEmpty() && folderError != QLatin1String("Plugin OK."));
+    QVERIFY(!corruptError.isEmpty() && corruptError != QLatin1String("Plugin OK."));
+    QCOMPARE(log.Take(),
+             (QStringList{QStringLiteral("Loading(%1)").arg(missing),
+                          QStringLiteral("Error(%1,Missing file)").arg(missing),
+                          QStringLiteral("Loading(%1)").arg(folder),
+                          QStringLiteral("Error(%1,%2)").arg(folder, folderError),
+                          QStringLiteral("Loading(%1)").arg(corrupt),
+                          QStringLiteral("Error(%1,%2)").arg(corrupt, corruptError),
+                          QStringLiteral("Loading(%1)").arg(image), QStringLiteral("Loaded(%1)").arg(image),
+                          QStringLiteral("Loading(%1)").arg(image), QStringLiteral("Loaded(%1)").arg(image),
+                          QStringLiteral("Loading(%1)").arg(tool), QStringLiteral("Loaded(%1)").arg(tool)}));
+    QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{missing, folder, corrupt}));
+    // The same library loaded twice is one library: its container is initialised twice.
+    QCOMPARE(FixtureCalls(),
+             (QStringList{QStringLiteral("image:Initialize"), QStringLiteral("image:Initialize"),
+                          QStringLiteral("tool:Initialize")}));
+
+    // Unloading by name releases and forgets every record of the name, each with its own
+    // unload and log line.
+    ClearFixtureCalls();
+    OVTest::LogCapture capture;
+    OVApplication::UnloadPlugin(image);
+    QCOMPARE(FixtureCalls().filter(QStringLiteral("Release")),
+             (QStringList{QStringLiteral("image:Release"), QStringLiteral("image:Release")}));
+    const QStringList unloadLines = LoadLines(capture.Messages());
+    QCOMPARE(unloadLines.size(), 2);
+    const QRegularExpression unloadLine(
+        QStringLiteral("^Plugin: \\\\\"%1\\\\\" (is unloaded successfully|unloading error)\\.\"$")
+            .arg(QRegularExpression::escape(image)));
+    for (const QString& line : unloadLines)
+        QVERIFY2(unloadLine.match(line).hasMatch(), qPrintable(line));
+    QCOMPARE(OVApplication::GetErrorInfo(image), QStringLiteral("Errors not found"));
+    // The registry was not asked; it forgot the plug-in when the library's end destroyed it.
+    QCOMPARE(OVImageFileManager::GetInstance()->GetPluginForRead(QStringLiteral("fxa")), nullptr);
+
+    OVApplication::UnloadPlugins(QStringList{missing, corrupt});
+    QCOMPARE(OVApplication::GetErrorPlugins(), std::vector<QString>{folder});
+    QCOMPARE(OVApplication::GetErrorInfo(tool), QStringLiteral("Plugin OK."));
+    QVERIFY(log.Entries().isEmpty());
+}
+
+void TestPluginLoader::pluginFileName_data()
+{
+    QTest::addColumn<bool>("absoluteFolders");
+    QTest::newRow("folders relative to the application") << false;
+    QTest::newRow("absolute folders") << true;
+}
+
+void TestPluginLoader::pluginFileName()
+{
+    QFETCH(bool, absoluteFolders);
+    if (absoluteFolders)
+        WriteIni(Brush(), General());
+    const QString brush =
+        Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
+    const QString imageio = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("imageio"));
+    const QString basic = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("basictools"));
+    // Reached through a link, a library is named by its real path.
+    const QString real = Install(QStringLiteral("toolcontainer"), Root(), QStringLiteral("realfilter"));
+    QVERIFY(QFile::link(real, General() + QStringLiteral("/filter.") + kSuffix));
+
+    using A = OVApplication;
+    QCOMPARE(A::PluginFileName(A::Adjustments), QStringList{QString()});
+    QCOMPARE(A::PluginFileName(A::Filters), QStringList{QFileInfo(real).canonicalFilePath()});
+    QCOMPARE(A::PluginFileName(A::ImageIO), QStringList{QFileInfo(imageio).canonicalFilePath()});
+    QCOMPARE(A::PluginFileName(A::Brushes), QStringList{QFileInfo(brush).canonicalFilePath()});
+    QCOMPARE(A::PluginFileName(A::Tools), (QStringList{QFileInfo(basic).canonicalFilePath(), QString()}));
+    QCOMPARE(A::PluginFileName(A::PluginsLoadType(3)), QStringList());
+    QCOMPARE(A::PluginFileName(A::PluginsLoadType(0)), QStringList());
+    QFile::remove(real);
+}
+
+void TestPluginLoader::readsImagesThroughRealPlugin()
+{
+    const QString plugin = Install(QStringLiteral(OV_IMAGEIO_PLUGIN), General(), QStringLiteral("imageio"));
+    OVTest::LogCapture capture;
+    OVApplication::LoadPlugins(OVApplication::ImageIO);
+    QCOMPARE(OVApplication::GetErrorInfo(plugin), QStringLiteral("Plugin OK."));
+    const QStringList lines = LoadLines(capture.Messages());
+    QCOMPARE(lines.size(), 1);
+    qInfo("Load line of the image plug-in: %s", qPrintable(lines.first()));
+
+    QTemporaryDir dir;
+    QImage picture(7, 5, QImage::Format_ARGB32);
+    picture.fill(QColor(10, 20, 30, 255));
+    picture.setPixel(3, 2, qRgba(200, 100, 50, 255));
+    const QString path = dir.filePath(QStringLiteral("picture.png"));
+    QVERIFY(picture.save(path));
+
+    OVImageFileManager* registry = OVImageFileManager::GetInstance();
+    QVERIFY(registry->GetPluginForRead(QStringLiteral("PNG")) != nullptr);
+    OVImageFileReader* reader = registry->CreateReader(QStringLiteral("png"));
+    QVERIFY(reader != nullptr);
+    QImage read;
+    QVERIFY(reader->Read(path, read));
+    registry->ReleaseReader(reader);
+    QCOMPARE(read.convertToFormat(QImage::Format_ARGB32), picture);
+}
+
+OV_TEST_MAIN(TestPluginLoader)
+
+#include "tst_pluginloader.moc"
