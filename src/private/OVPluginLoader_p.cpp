@@ -160,7 +160,7 @@ void OVPluginLoader::LoadOne(const QString& file)
                 loader->deleteLater();
             } else {
                 for (OVPlugin* plugin : plugins)
-                    HandOver(plugin);
+                    Route(plugin, true);
                 record.status = PluginRecord::Loaded;
                 record.loader = loader;
             }
@@ -186,7 +186,7 @@ void OVPluginLoader::LoadOne(const QString& file)
     QCoreApplication::processEvents();
 }
 
-void OVPluginLoader::HandOver(OVPlugin* plugin)
+void OVPluginLoader::Route(OVPlugin* plugin, bool enter)
 {
     if (!plugin)
         return;
@@ -194,26 +194,14 @@ void OVPluginLoader::HandOver(OVPlugin* plugin)
         OVImageFileManager* registry = OVImageFileManager::GetInstance();
         auto* imagePlugin = qobject_cast<OVImageFilePlugin*>(plugin);
         if (registry && imagePlugin)
-            registry->Register(imagePlugin);
+            enter ? registry->Register(imagePlugin) : registry->Unregister(imagePlugin);
     } else if (plugin->GetUID() == QLatin1String(OVPlugin::BrushFactoryUID)) {
         // A later brush plug-in replaces an earlier one; one that claims the brush factory's
         // identifier without being a factory replaces nothing.
-        if (auto* factory = dynamic_cast<IBrushFactory*>(plugin))
+        if (!enter)
+            OVApplicationPrivate::SetBrushFactory(nullptr);
+        else if (auto* factory = dynamic_cast<IBrushFactory*>(plugin))
             OVApplicationPrivate::SetBrushFactory(factory);
-    }
-}
-
-void OVPluginLoader::TakeBack(OVPlugin* plugin)
-{
-    if (!plugin)
-        return;
-    if (plugin->GetType() == OVPlugin::ImageFileType) {
-        OVImageFileManager* registry = OVImageFileManager::GetInstance();
-        auto* imagePlugin = qobject_cast<OVImageFilePlugin*>(plugin);
-        if (registry && imagePlugin)
-            registry->Unregister(imagePlugin);
-    } else if (plugin->GetUID() == QLatin1String(OVPlugin::BrushFactoryUID)) {
-        OVApplicationPrivate::SetBrushFactory(nullptr);
     }
 }
 
@@ -224,7 +212,7 @@ void OVPluginLoader::UnloadAll()
             continue;
         if (OVPluginContainer* container = ContainerOf(m_app.plugins[i].loader)) {
             for (OVPlugin* plugin : PluginsOf(container))
-                TakeBack(plugin);
+                Route(plugin, false);
             container->Release();
         }
         UnloadLibrary(i);

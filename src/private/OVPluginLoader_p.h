@@ -43,8 +43,9 @@ private:
     static QStringList Libraries(const QString& folder);
     void LoadOne(const QString& file);
     void UnloadLibrary(size_t index);
-    void HandOver(OVPlugin* plugin);
-    void TakeBack(OVPlugin* plugin);
+    // Enters a loaded plug-in object where the host finds it (the image file registry, the
+    // brush factory), or takes it out again.
+    static void Route(OVPlugin* plugin, bool enter);
 
     OVApplicationPrivate& m_app;
 };
