@@ -27,12 +27,8 @@ public:
 
     int GetType() const override;
 
-    // Descriptive information for the host's user interface.
-    virtual QString GetFormatName(const QString& format) const;
-    virtual QString GetFormatMimeType(const QString& format) const;
-    virtual QString GetDescription() const;
-    virtual int GetPriority() const;
-
+    // The host calls these through the vtable in this order, right after the four of
+    // OVPlugin; new virtual operations go at the end.
     virtual QStringList GetReaderUIDs() const = 0;
     virtual QString GetReaderName(const QString& uid) const;
     virtual QStringList GetWriterUIDs() const = 0;
@@ -50,6 +46,10 @@ public:
     virtual OVImageFileWriter* CreateWriterByUID(const QString& uid) = 0;
     virtual void ReleaseReader(OVImageFileReader* reader) = 0;
     virtual void ReleaseWriter(OVImageFileWriter* writer) = 0;
+
+    // Descriptive information for the host's user interface.
+    virtual QString GetFormatName(const QString& format) const;
+    virtual QString GetDescription() const;
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(OVImageFilePlugin::FormatCapabilities)

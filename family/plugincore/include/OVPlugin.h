@@ -29,6 +29,7 @@ public:
     explicit OVPlugin(QObject* parent = nullptr);
     ~OVPlugin() override;
 
+    // The host relies on the order of these four: GetType() first, GetUID() fourth.
     virtual int GetType() const = 0;
     virtual QString GetName() const;
     virtual QString GetVersion() const;

@@ -46,19 +46,9 @@ QString OVImageFilePlugin::GetFormatName(const QString& format) const
     return format.toUpper();
 }
 
-QString OVImageFilePlugin::GetFormatMimeType(const QString&) const
-{
-    return QString();
-}
-
 QString OVImageFilePlugin::GetDescription() const
 {
     return QString();
-}
-
-int OVImageFilePlugin::GetPriority() const
-{
-    return 0;
 }
 
 QString OVImageFilePlugin::GetReaderName(const QString& uid) const

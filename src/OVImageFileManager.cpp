@@ -1,0 +1,260 @@
+#include "OVImageFileManager.h"
+
+#include "OVImageFileReader.h"
+#include "OVImageFileWriter.h"
+#include "private/OVImageFileManager_p.h"
+
+namespace {
+
+OVImageFileManager* s_instance = nullptr;
+
+using GroupFormats = QStringList (OVImageFileManager::*)(const QString&) const;
+
+// One filter entry per group, "Name (*.a *.b)", joined by ";;". The blank after the last
+// pattern becomes the closing text; for a group without formats that is the opening
+// parenthesis, which leaves "Name )".
+QString BuildFilter(const OVImageFileManager* manager, const QStringList& groups, GroupFormats formats)
+{
+    QString filter;
+    for (int i = 0; i < groups.size(); ++i) {
+        filter += manager->GetGroupName(groups.at(i));
+        filter += OVImageFileManager::tr(" (");
+        for (const QString& format : (manager->*formats)(groups.at(i)))
+            filter += QStringLiteral("*.%1 ").arg(format);
+        filter.chop(1);
+        filter += i + 1 < groups.size() ? QStringLiteral(");;") : QStringLiteral(")");
+    }
+    return filter;
+}
+
+} // namespace
+
+OVImageFileManager::OVImageFileManager()
+    : d(new OVImageFileManagerPrivate(this))
+{}
+
+OVImageFileManager::~OVImageFileManager()
+{
+    delete d;
+}
+
+void OVImageFileManager::InitInstance()
+{
+    if (!s_instance)
+        s_instance = new OVImageFileManager();
+}
+
+OVImageFileManager* OVImageFileManager::GetInstance()
+{
+    return s_instance;
+}
+
+void OVImageFileManager::ReleaseInstance()
+{
+    OVImageFileManager* instance = s_instance;
+    s_instance = nullptr;
+    delete instance;
+}
+
+// Registration and queries
+
+bool OVImageFileManager::Register(OVImageFilePlugin* plugin)
+{
+    return d->Register(plugin);
+}
+
+bool OVImageFileManager::Unregister(OVImageFilePlugin* plugin)
+{
+    return d->Unregister(plugin);
+}
+
+OVImageFilePlugin* OVImageFileManager::GetPluginForRead(const QString& format) const
+{
+    return OVImageFileManagerPrivate::FirstPlugin(d->readPlugins, format.toLower());
+}
+
+OVImageFilePlugin* OVImageFileManager::GetPluginForWrite(const QString& format) const
+{
+    return OVImageFileManagerPrivate::FirstPlugin(d->writePlugins, format.toLower());
+}
+
+QStringList OVImageFileManager::GetSupportedReadFormats() const
+{
+    return GetGroupReadFormats(QString::fromLatin1(AllGroupUID));
+}
+
+QStringList OVImageFileManager::GetSupportedWriteFormats() const
+{
+    return GetGroupWriteFormats(QString::fromLatin1(AllGroupUID));
+}
+
+QStringList OVImageFileManager::GetSupportedReadGroups() const
+{
+    return d->readGroups.keys();
+}
+
+QStringList OVImageFileManager::GetSupportedWriteGroups() const
+{
+    QStringList groups = d->writeGroups.keys();
+    groups.removeOne(QString::fromLatin1(AllGroupUID));
+    return groups;
+}
+
+QString OVImageFileManager::GetGroupName(const QString& groupUID) const
+{
+    const auto it = d->groupNames.constFind(groupUID);
+    return it != d->groupNames.cend() ? it.value() : tr("Unknown");
+}
+
+QStringList OVImageFileManager::GetGroupReadFormats(const QString& groupUID) const
+{
+    return d->Groups(d->ReadSide()).value(groupUID);
+}
+
+QStringList OVImageFileManager::GetGroupWriteFormats(const QString& groupUID) const
+{
+    return d->Groups(d->WriteSide()).value(groupUID);
+}
+
+QStringList OVImageFileManager::GetGroupFormats(const QString& groupUID) const
+{
+    const QMap<QString, QStringList>& readGroups = d->Groups(d->ReadSide());
+    const auto it = readGroups.constFind(groupUID);
+    return it != readGroups.cend() ? it.value() : GetGroupWriteFormats(groupUID);
+}
+
+QString OVImageFileManager::GetFilterForRead()
+{
+    const OVImageFileManager* manager = GetInstance();
+    return manager ? BuildFilter(manager, manager->GetSupportedReadGroups(),
+                                 &OVImageFileManager::GetGroupReadFormats)
+                   : QString();
+}
+
+QString OVImageFileManager::GetFilterForWrite()
+{
+    const OVImageFileManager* manager = GetInstance();
+    return manager ? BuildFilter(manager, manager->GetSupportedWriteGroups(),
+                                 &OVImageFileManager::GetGroupWriteFormats)
+                   : QString();
+}
+
+// Readers and writers
+
+OVImageFileReader* OVImageFileManager::CreateReader(const QString& format)
+{
+    const QString key = format.toLower();
+    return d->Create(d->ReadSide(), OVImageFileManagerPrivate::FirstPlugin(d->readPlugins, key),
+                     &OVImageFilePlugin::CreateReader, key);
+}
+
+OVImageFileReader* OVImageFileManager::CreateReaderByUID(const QString& uid)
+{
+    return d->Create(d->ReadSide(), OVImageFileManagerPrivate::UIDOwner(d->readerUIDs, uid),
+                     &OVImageFilePlugin::CreateReaderByUID, uid);
+}
+
+OVImageFileWriter* OVImageFileManager::CreateWriter(const QString& format)
+{
+    const QString key = format.toLower();
+    return d->Create(d->WriteSide(), OVImageFileManagerPrivate::FirstPlugin(d->writePlugins, key),
+                     &OVImageFilePlugin::CreateWriter, key);
+}
+
+OVImageFileWriter* OVImageFileManager::CreateWriterByUID(const QString& uid)
+{
+    return d->Create(d->WriteSide(), OVImageFileManagerPrivate::UIDOwner(d->writerUIDs, uid),
+                     &OVImageFilePlugin::CreateWriterByUID, uid);
+}
+
+void OVImageFileManager::ReleaseReader(OVImageFileReader* reader)
+{
+    d->Release(d->ReadSide(), reader, &OVImageFilePlugin::ReleaseReader);
+}
+
+void OVImageFileManager::ReleaseWriter(OVImageFileWriter* writer)
+{
+    d->Release(d->WriteSide(), writer, &OVImageFilePlugin::ReleaseWriter);
+}
+
+void OVImageFileManager::OnReaderDestroyed(QObject* object)
+{
+    d->OnProductDestroyed(d->ReadSide(), object);
+}
+
+void OVImageFileManager::OnWriterDestroyed(QObject* object)
+{
+    d->OnProductDestroyed(d->WriteSide(), object);
+}
+
+void OVImageFileManager::OnPluginDestroyed(QObject* object)
+{
+    d->OnPluginDestroyed(object);
+}
+
+// Readers pool
+
+void OVImageFileManager::InitReadersPool()
+{
+    if (s_instance)
+        s_instance->d->BuildReadersPool(-1);
+}
+
+void OVImageFileManager::ReleaseReadersPool()
+{
+    if (s_instance)
+        s_instance->d->ReleaseReadersPool();
+}
+
+OVImageFileReader* OVImageFileManager::AcquireReader(const QString& format)
+{
+    return d->AcquireReader(format);
+}
+
+void OVImageFileManager::ReleaseAcquiredReader(OVImageFileReader* reader)
+{
+    d->ReleaseAcquiredReader(reader);
+}
+
+// Hooks
+
+void OVImageFileManager::Register(OpenHook hook, void* data)
+{
+    d->openHook = hook;
+    d->openHookData = data;
+}
+
+void OVImageFileManager::Register(SaveHook hook, void* data)
+{
+    d->saveHook = hook;
+    d->saveHookData = data;
+}
+
+bool OVImageFileManager::Open(const QString& path, bool* flag)
+{
+    if (d->openHook)
+        return d->openHook(path, flag, d->openHookData);
+    if (flag)
+        *flag = false;
+    return false;
+}
+
+void OVImageFileManager::Open(const QStringList& paths)
+{
+    // The hook stops the batch by clearing the flag; without a hook nothing is opened.
+    bool go = true;
+    const QStringList batch = paths;
+    for (const QString& path : batch) {
+        if (!go)
+            break;
+        if (d->openHook)
+            d->openHook(path, &go, d->openHookData);
+        else
+            go = false;
+    }
+}
+
+bool OVImageFileManager::Save(KXDocumentInterface* document)
+{
+    return d->saveHook ? d->saveHook(document, d->saveHookData) : false;
+}

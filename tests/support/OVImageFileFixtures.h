@@ -1,0 +1,122 @@
+#pragma once
+
+// In-process image file plug-ins for the registry's tests and benchmarks. A plug-in is
+// described by one line of text and writes every call the registry makes into a shared call
+// log; the readers and writers it makes are its children and, unless it is told to dispose of
+// them, stay alive after they are given back, so that a test can count what came back and how
+// often.
+
+#include "OVImageFilePlugin.h"
+#include "OVImageFileReader.h"
+#include "OVImageFileWriter.h"
+
+#include <QAtomicInt>
+#include <QMap>
+#include <QMutex>
+#include <QStringList>
+
+namespace OVTest {
+
+// Calls in the order they were made, from any thread.
+class CallLog
+{
+public:
+    void Add(const QString& call);
+    QStringList Take();
+    // Calls that start with prefix.
+    QStringList Matching(const QString& prefix) const;
+
+private:
+    mutable QMutex m_mutex;
+    QStringList m_calls;
+};
+
+class FakeReader : public OVImageFileReader
+{
+    Q_OBJECT
+public:
+    FakeReader(const QString& uid, const QStringList& formats, QObject* parent);
+
+    QString GetUID() const override;
+    // Marks the reader busy for a moment; a second thread inside at the same time is counted
+    // in s_overlaps.
+    bool Read(const QString& path, QImage& image) override;
+    QStringList GetFormats() const override;
+
+    static QAtomicInt s_overlaps;
+
+private:
+    const QString m_uid;
+    const QStringList m_formats;
+    QAtomicInt m_users;
+};
+
+class FakeWriter : public OVImageFileWriter
+{
+    Q_OBJECT
+public:
+    FakeWriter(const QString& uid, QObject* parent);
+
+    QString GetUID() const override;
+    bool Write(const QString& path, const QImage& image) override;
+    QStringList GetFormats() const override;
+
+private:
+    const QString m_uid;
+};
+
+// A plug-in described by blank-separated words, the first being its name:
+//   png:rw        a format and its capabilities (r, w, both or neither)
+//   -jpeg:rw      a capability for a format that GetFormats() leaves out
+//   {J}JPEG=a,b   a group with its UID, name and formats
+//   r@UID w@UID   a reader or writer UID
+//   jpg>jpg,jpeg  the formats a reader made for jpg declares (else just the one)
+//   null          hand out no readers or writers
+//   disposes      delete readers when they are given back (else keep them)
+// Readers and writers are named <plug-in>.r<n> and <plug-in>.w<n>.
+class FakeImagePlugin : public OVImageFilePlugin
+{
+    Q_OBJECT
+public:
+    explicit FakeImagePlugin(const QString& definition, CallLog* log = nullptr);
+
+    QString GetUID() const override;
+    QStringList GetReaderUIDs() const override;
+    QStringList GetWriterUIDs() const override;
+    QStringList GetFormats() const override;
+    QStringList GetGroups() const override;
+    QString GetGroupName(const QString& groupUID) const override;
+    QStringList GetGroupFormats(const QString& groupUID) const override;
+    FormatCapabilities GetFormatCapabilities(const QString& format) const override;
+
+    OVImageFileReader* CreateReader(const QString& format) override;
+    OVImageFileReader* CreateReaderByUID(const QString& uid) override;
+    OVImageFileWriter* CreateWriter(const QString& format) override;
+    OVImageFileWriter* CreateWriterByUID(const QString& uid) override;
+    void ReleaseReader(OVImageFileReader* reader) override;
+    void ReleaseWriter(OVImageFileWriter* writer) override;
+
+    // Readers made so far, in order.
+    QList<FakeReader*> Readers() const { return m_readers; }
+
+private:
+    void Log(const QString& call, const QString& argument = QString()) const;
+    FakeReader* MakeReader(const QString& uid, const QString& format);
+    FakeWriter* MakeWriter(const QString& uid);
+
+    CallLog* const m_log;
+    QStringList m_readerUIDs;
+    QStringList m_writerUIDs;
+    QStringList m_formats;
+    QMap<QString, FormatCapabilities> m_capabilities;
+    QStringList m_groups;
+    QMap<QString, QString> m_groupNames;
+    QMap<QString, QStringList> m_groupFormats;
+    QMap<QString, QStringList> m_readerFormats;
+    bool m_null = false;
+    bool m_disposes = false;
+    QList<FakeReader*> m_readers;
+    int m_writers = 0;
+};
+
+} // namespace OVTest

@@ -1,0 +1,326 @@
+// The image file registry: registration and its signals, queries, format groups, duplicate
+// UIDs and the file-dialog filters.
+
+#include "OVApplication.h"
+#include "OVImageFileFixtures.h"
+#include "OVImageFileManager.h"
+#include "OVTestSupport.h"
+
+#include <map>
+#include <memory>
+
+using OVTest::FakeImagePlugin;
+
+namespace {
+
+const QString kAll = QString::fromLatin1(OVImageFileManager::AllGroupUID);
+
+OVImageFileManager* Manager()
+{
+    return OVImageFileManager::GetInstance();
+}
+
+// The All group's UID is shown as "All", to keep the expectations readable.
+QStringList Short(QStringList items)
+{
+    items.replaceInStrings(kAll, QStringLiteral("All"));
+    return items;
+}
+
+QString Name(const QObject* object)
+{
+    return object ? object->objectName() : QStringLiteral("-");
+}
+
+// Everything the queries say: formats, groups with names and lists, and which plug-in
+// serves each probed format.
+QStringList Snapshot(const QStringList& probes)
+{
+    const OVImageFileManager* m = Manager();
+    const QStringList readGroups = m->GetSupportedReadGroups();
+    QStringList groups = readGroups + m->GetSupportedWriteGroups();
+    groups.removeDuplicates();
+    groups.removeOne(kAll);
+    QStringList lines{QStringLiteral("read: ") + m->GetSupportedReadFormats().join(' '),
+                      QStringLiteral("write: ") + m->GetSupportedWriteFormats().join(' '),
+                      QStringLiteral("read groups: ") + Short(readGroups).join(' '),
+                      QStringLiteral("write groups: ") + Short(m->GetSupportedWriteGroups()).join(' ')};
+    for (const QString& group : groups) {
+        lines << QStringLiteral("%1 %2 r=%3 w=%4 any=%5")
+                     .arg(group, m->GetGroupName(group), m->GetGroupReadFormats(group).join(','),
+                          m->GetGroupWriteFormats(group).join(','), m->GetGroupFormats(group).join(','));
+    }
+    for (const QString& probe : probes) {
+        lines << QStringLiteral("%1: r=%2 w=%3")
+                     .arg(probe, Name(m->GetPluginForRead(probe)), Name(m->GetPluginForWrite(probe)));
+    }
+    return lines;
+}
+
+} // namespace
+
+class TestImageFileRegistry : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void singleton();
+    void scenarios_data();
+    void scenarios();
+    void pluginCalls();
+    void duplicateUIDs();
+
+private:
+    // Runs "+A" (register), "-A" (unregister), "xA" (delete) and "/" (forget the signals so far).
+    void Run(const QStringList& steps);
+
+    std::map<QString, std::unique_ptr<FakeImagePlugin>> m_plugins;
+    OVTest::CallLog m_calls;
+    std::unique_ptr<OVTest::SignalLog> m_signals;
+};
+
+void TestImageFileRegistry::init()
+{
+    OVImageFileManager::InitInstance();
+    m_signals = std::make_unique<OVTest::SignalLog>();
+    m_signals->Record(Manager(), &OVImageFileManager::SupportedGroupsChanged, QStringLiteral("groups"));
+    m_signals->Record(Manager(), &OVImageFileManager::SupportedGroupChanged, QStringLiteral("group"));
+}
+
+void TestImageFileRegistry::cleanup()
+{
+    OVImageFileManager::ReleaseInstance();
+    m_plugins.clear();
+    m_calls.Take();
+}
+
+void TestImageFileRegistry::Run(const QStringList& steps)
+{
+    for (const QString& step : steps) {
+        FakeImagePlugin* plugin = step.size() > 1 ? m_plugins.at(step.mid(1)).get() : nullptr;
+        if (step.startsWith('+'))
+            QVERIFY(Manager()->Register(plugin));
+        else if (step.startsWith('-'))
+            QVERIFY(Manager()->Unregister(plugin));
+        else if (step.startsWith('x'))
+            m_plugins.erase(step.mid(1));
+        else
+            m_signals->Clear();
+    }
+}
+
+void TestImageFileRegistry::singleton()
+{
+    OVImageFileManager* first = Manager();
+    OVImageFileManager::InitInstance();
+    QCOMPARE(Manager(), first);
+
+    OVImageFileManager::ReleaseInstance();
+    QCOMPARE(Manager(), nullptr);
+    QCOMPARE(OVImageFileManager::GetFilterForRead(), QString());
+    QCOMPARE(OVImageFileManager::GetFilterForWrite(), QString());
+    OVImageFileManager::InitReadersPool();
+    OVImageFileManager::ReleaseReadersPool();
+    OVImageFileManager::ReleaseInstance();
+
+    // A fresh registry knows only the name of the All group, and no filter.
+    OVImageFileManager::InitInstance();
+    QCOMPARE(Manager()->GetGroupName(kAll), QStringLiteral("All"));
+    QCOMPARE(Manager()->GetGroupName(QStringLiteral("{nope}")), QStringLiteral("Unknown"));
+    QCOMPARE(Manager()->GetSupportedReadGroups(), QStringList());
+    QCOMPARE(OVImageFileManager::GetFilterForRead(), QString());
+
+    QVERIFY(!Manager()->Register(nullptr));
+    QVERIFY(!Manager()->Unregister(nullptr));
+    FakeImagePlugin stranger(QStringLiteral("S png:rw"));
+    QVERIFY(!Manager()->Unregister(&stranger));
+}
+
+void TestImageFileRegistry::scenarios_data()
+{
+    QTest::addColumn<QStringList>("plugins");
+    QTest::addColumn<QStringList>("steps");
+    QTest::addColumn<QStringList>("signalList");
+    QTest::addColumn<QStringList>("state");
+    QTest::addColumn<QString>("readFilter");
+    QTest::addColumn<QString>("writeFilter");
+
+    const QString jpeg = QStringLiteral("A bmp:rw jpg:rw png:rw -jpeg:rw {J}JPEG=jpg,jpeg");
+    QTest::newRow("read side, then write side; a group is named once")
+        << QStringList{jpeg} << QStringList{"+A"}
+        << QStringList{"group(All)", "groups()", "group({J})", "group(All)", "group({J})"}
+        << QStringList{"read: bmp jpg png",
+                       "write: bmp jpg png",
+                       "read groups: All {J}",
+                       "write groups: {J}",
+                       "{J} JPEG r=jpg,jpeg w=jpg,jpeg any=jpg,jpeg",
+                       "JPG: r=A w=A",
+                       "jpeg: r=- w=-"}
+        << "All (*.bmp *.jpg *.png);;JPEG (*.jpg *.jpeg)"
+        << "JPEG (*.jpg *.jpeg)";
+
+    QTest::newRow("one format, no group: no save filter")
+        << QStringList{"A png:rw"} << QStringList{"+A"} << QStringList{"group(All)", "group(All)"}
+        << QStringList{"read: png", "write: png", "read groups: All", "write groups: ", "png: r=A w=A"}
+        << "All (*.png)"
+        << "";
+
+    const QStringList twoOfPng{"A png:rw gif:r", "B png:r"};
+    QTest::newRow("known formats: the later plug-in serves them, no signal")
+        << twoOfPng << QStringList{"+A", "/", "+B"} << QStringList{}
+        << QStringList{"read: gif png", "write: png", "read groups: All", "write groups: ", "PNG: r=B w=A"}
+        << "All (*.gif *.png)"
+        << "";
+    QTest::newRow("the later plug-in goes: the earlier one serves again")
+        << twoOfPng << QStringList{"+A", "+B", "/", "-B"} << QStringList{}
+        << QStringList{"read: gif png", "write: png", "read groups: All", "write groups: ", "png: r=A w=A"}
+        << "All (*.gif *.png)"
+        << "";
+    QTest::newRow("the earlier plug-in goes: the later one keeps serving")
+        << twoOfPng << QStringList{"+A", "+B", "/", "-A"} << QStringList{"group(All)", "group(All)"}
+        << QStringList{"read: png", "write: ", "read groups: All", "write groups: ", "png: r=B w=-"}
+        << "All (*.png)"
+        << "";
+
+    // Formats in ascending order; for each, the groups in ascending UID order.
+    const QString grouped = QStringLiteral("A gif:r png:rw {G}Grp=png,gif");
+    QTest::newRow("unregister: read side first, emptied groups stay")
+        << QStringList{grouped} << QStringList{"+A", "/", "-A"}
+        << QStringList{"group(All)", "group({G})",               // read gif
+                       "group(All)", "groups()",   "group({G})", // read png
+                       "group(All)", "groups()",   "group({G})"} // write png
+        << QStringList{"read: ",
+                       "write: ",
+                       "read groups: All {G}",
+                       "write groups: {G}",
+                       "{G} Grp r= w= any=",
+                       "png: r=- w=-"}
+        << "All );;Grp )"
+        << "Grp )";
+    QTest::newRow("plug-in destroyed: write side first")
+        << QStringList{grouped} << QStringList{"+A", "/", "xA"}
+        << QStringList{"group(All)", "groups()",   "group({G})", // write png
+                       "group(All)", "group({G})",               // read gif
+                       "group(All)", "groups()",   "group({G})"} // read png
+        << QStringList{"read: ", "write: ", "read groups: All {G}", "write groups: {G}", "{G} Grp r= w= any="}
+        << "All );;Grp )"
+        << "Grp )";
+
+    QTest::newRow("an emptied group filled again keeps its name")
+        << QStringList{"A jpg:r {J}JPEG=jpg", "B jpg:r {J}Other=jpg"} << QStringList{"+A", "-A", "/", "+B"}
+        << QStringList{"group(All)", "group({J})"}
+        << QStringList{"read: jpg", "write: ", "read groups: All {J}",
+                       "write groups: ", "{J} JPEG r=jpg w= any=jpg"}
+        << "All (*.jpg);;JPEG (*.jpg)"
+        << "";
+    QTest::newRow("a group with no readable format exists on the write side only")
+        << QStringList{"A raw:w {R}Raw=raw"} << QStringList{"+A"}
+        << QStringList{"group(All)", "groups()", "group({R})"}
+        << QStringList{"read: ", "write: raw", "read groups: ", "write groups: {R}",
+                       "{R} Raw r= w=raw any=raw"}
+        << ""
+        << "Raw (*.raw)";
+    QTest::newRow("upper-case formats are kept but never found")
+        << QStringList{"A JPG:r"} << QStringList{"+A"} << QStringList{"group(All)"}
+        << QStringList{"read: JPG",      "write: ",      "read groups: All",
+                       "write groups: ", "jpg: r=- w=-", "JPG: r=- w=-"}
+        << "All (*.JPG)"
+        << "";
+    QTest::newRow("the All group stays sorted across plug-ins")
+        << QStringList{"A tif:r bmp:r", "B png:r bmp:r ico:r"} << QStringList{"+A", "+B", "/", "xA"}
+        << QStringList{"group(All)"}
+        << QStringList{"read: bmp ico png", "write: ", "read groups: All", "write groups: ", "bmp: r=B w=-"}
+        << "All (*.bmp *.ico *.png)"
+        << "";
+}
+
+void TestImageFileRegistry::scenarios()
+{
+    QFETCH(QStringList, plugins);
+    QFETCH(QStringList, steps);
+    QFETCH(QStringList, signalList);
+    QFETCH(QStringList, state);
+    QFETCH(QString, readFilter);
+    QFETCH(QString, writeFilter);
+
+    QStringList probes;
+    for (const QString& definition : plugins) {
+        auto plugin = std::make_unique<FakeImagePlugin>(definition);
+        m_plugins[plugin->objectName()] = std::move(plugin);
+    }
+    for (const QString& line : state) {
+        if (line.contains(QLatin1String(": r=")))
+            probes << line.section(':', 0, 0);
+    }
+    Run(steps);
+    QCOMPARE(Short(m_signals->Entries()), signalList);
+    QCOMPARE(Snapshot(probes), state);
+    QCOMPARE(OVImageFileManager::GetFilterForRead(), readFilter);
+    QCOMPARE(OVImageFileManager::GetFilterForWrite(), writeFilter);
+}
+
+void TestImageFileRegistry::pluginCalls()
+{
+    // The plug-in's answers and the registry's signals, in one list.
+    connect(Manager(), &OVImageFileManager::SupportedGroupsChanged, this,
+            [this] { m_calls.Add("groups()"); });
+    connect(Manager(), &OVImageFileManager::SupportedGroupChanged, this,
+            [this](const QString& group) { m_calls.Add("group(" + Short({group}).first() + ")"); });
+    FakeImagePlugin plugin(QStringLiteral("A png:rw raw:w {G}Grp=png,raw r@R w@W"), &m_calls);
+    QVERIFY(Manager()->Register(&plugin));
+    QCOMPARE(
+        m_calls.Take(),
+        QStringList({"A.GetReaderUIDs()", "A.GetFormats()", "A.GetFormatCapabilities(png)",
+                     "A.GetFormatCapabilities(raw)", "group(All)", "A.GetGroups()", "A.GetGroupFormats({G})",
+                     "A.GetFormatCapabilities(png)", "A.GetFormatCapabilities(raw)", "A.GetGroupName({G})",
+                     "groups()", "group({G})",
+                     // the write side: the group has its name already
+                     "A.GetWriterUIDs()", "A.GetFormats()", "A.GetFormatCapabilities(png)",
+                     "A.GetFormatCapabilities(raw)", "group(All)", "A.GetGroups()", "A.GetGroupFormats({G})",
+                     "A.GetFormatCapabilities(png)", "A.GetFormatCapabilities(raw)", "group({G})"}));
+
+    // A second registration leaves everything as it is; taking the plug-in out asks it nothing.
+    QVERIFY(Manager()->Register(&plugin));
+    QVERIFY(Manager()->Unregister(&plugin));
+    QVERIFY(!Manager()->Unregister(&plugin));
+    QCOMPARE(m_calls.Take(),
+             QStringList({"group(All)", "groups()", "group({G})",               // read png
+                          "group(All)", "group({G})", "group(All)", "groups()", // write png, raw
+                          "group({G})"}));
+}
+
+void TestImageFileRegistry::duplicateUIDs()
+{
+    FakeImagePlugin first(QStringLiteral("A png:rw r@R1 w@W1"), &m_calls);
+    FakeImagePlugin second(QStringLiteral("B png:rw r@R1 r@R2 w@W1"), &m_calls);
+    OVTest::LogCapture log;
+    QVERIFY(Manager()->Register(&first));
+    QVERIFY(Manager()->Register(&second));
+
+    const QString line = QStringLiteral("^\"Build date=\\w{3} [ \\d]\\d \\d{4}, time=\\d\\d:\\d\\d:\\d\\d\\. "
+                                        "Line=%1, file=\\\\\"src\\\\\\\\private\\\\\\\\"
+                                        "OVImageFileManager_p\\.cpp\\\\\"\\. %2 uid is not unique\\.\"$");
+    const QStringList lines = log.Matching(QStringLiteral("Build date="));
+    QCOMPARE(lines.size(), 2);
+    QVERIFY2(QRegularExpression(line.arg(521).arg("R1")).match(lines.at(0)).hasMatch(),
+             qPrintable(lines.at(0)));
+    QVERIFY2(QRegularExpression(line.arg(285).arg("W1")).match(lines.at(1)).hasMatch(),
+             qPrintable(lines.at(1)));
+
+    // A UID stays with the plug-in that registered it first, and goes with it.
+    m_calls.Take();
+    QCOMPARE(Name(Manager()->CreateReaderByUID(QStringLiteral("R1"))), QStringLiteral("A.r1"));
+    QCOMPARE(Name(Manager()->CreateReaderByUID(QStringLiteral("R2"))), QStringLiteral("B.r1"));
+    QCOMPARE(Name(Manager()->CreateWriterByUID(QStringLiteral("W1"))), QStringLiteral("A.w1"));
+    QCOMPARE(Manager()->CreateReaderByUID(QStringLiteral("r1")), nullptr);
+    QVERIFY(Manager()->Unregister(&first));
+    QCOMPARE(Manager()->CreateReaderByUID(QStringLiteral("R1")), nullptr);
+    QCOMPARE(m_calls.Take(),
+             QStringList({"A.CreateReaderByUID(R1)", "B.CreateReaderByUID(R2)", "A.CreateWriterByUID(W1)"}));
+}
+
+OV_TEST_MAIN(TestImageFileRegistry)
+#include "tst_imagefileregistry.moc"
