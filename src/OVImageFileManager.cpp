@@ -3,10 +3,11 @@
 #include "OVImageFileReader.h"
 #include "OVImageFileWriter.h"
 #include "private/OVImageFileManager_p.h"
+#include "private/OVSingleton_p.h"
+
+OV_DEFINE_SINGLETON(OVImageFileManager)
 
 namespace {
-
-OVImageFileManager* s_instance = nullptr;
 
 using GroupFormats = QStringList (OVImageFileManager::*)(const QString&) const;
 
@@ -36,24 +37,6 @@ OVImageFileManager::OVImageFileManager()
 OVImageFileManager::~OVImageFileManager()
 {
     delete d;
-}
-
-void OVImageFileManager::InitInstance()
-{
-    if (!s_instance)
-        s_instance = new OVImageFileManager();
-}
-
-OVImageFileManager* OVImageFileManager::GetInstance()
-{
-    return s_instance;
-}
-
-void OVImageFileManager::ReleaseInstance()
-{
-    OVImageFileManager* instance = s_instance;
-    s_instance = nullptr;
-    delete instance;
 }
 
 // Registration and queries
