@@ -1,0 +1,196 @@
+// The menu manager: menus and entries contributed in any order end up in the same order in a
+// real menu bar; taken keys, taken entries, deleted entries and the lack of an instance.
+
+#include "OVApplication.h"
+#include "OVMenuManager.h"
+#include "OVTestSupport.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPointer>
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace {
+
+using M = OVMenuManager;
+
+// The bar as text: each menu's title, then its entries' texts in brackets, a submenu's
+// text followed by "[]".
+QString Describe(const QMenuBar& bar)
+{
+    QStringList menus;
+    for (QAction* top : bar.actions()) {
+        QStringList entries;
+        for (QAction* entry : top->menu()->actions())
+            entries << entry->text() + (entry->menu() ? QStringLiteral("[]") : QString());
+        menus << top->text() + QLatin1Char('[') + entries.join(QLatin1Char(',')) + QLatin1Char(']');
+    }
+    return menus.join(QLatin1Char(','));
+}
+
+QAction* Named(QAction* action, int id)
+{
+    if (action)
+        action->setText(QString::number(id));
+    return action;
+}
+
+QMenu* Named(QMenu* menu, int id)
+{
+    if (menu)
+        menu->setTitle(QString::number(id));
+    return menu;
+}
+
+} // namespace
+
+class TestMenuManager : public QObject
+{
+    Q_OBJECT
+private slots:
+    void shuffledOrder_data();
+    void shuffledOrder();
+    void keysAndEntries();
+    void noInstance();
+};
+
+void TestMenuManager::shuffledOrder_data()
+{
+    QTest::addColumn<quint32>("seed");
+    for (quint32 seed : {1u, 2u, 3u, 17u, 99u, 2026u})
+        QTest::newRow(qPrintable(QStringLiteral("seed %1").arg(seed))) << seed;
+}
+
+// Contributors enter their menus first and their entries afterwards, each group in a
+// random order; the bar always shows the same thing.
+void TestMenuManager::shuffledOrder()
+{
+    QFETCH(quint32, seed);
+    M::InitInstance();
+    QMenu filter(QStringLiteral("Filter"));
+    std::vector<std::unique_ptr<QMenu>> topLevel;
+    auto keep = [&topLevel](QMenu* menu) { topLevel.emplace_back(menu); };
+    std::vector<std::function<void()>> menus{
+        [&] { keep(M::CreateMenu(M::File, QStringLiteral("File"))); },
+        [&] { M::CreateMenu(M::Filter, &filter); },
+        [&] { keep(M::CreateMenu(M::Help, QStringLiteral("Help"))); },
+    };
+    QAction callerAction;
+    QMenu callerMenu;
+    std::vector<std::function<void()>> entries{
+        [] { Named(M::CreateAction(M::File, 30), 30); },
+        [] { Named(M::CreateAction(M::File, -5), -5); },
+        [&] { M::CreateAction(M::File, 10, Named(&callerAction, 10)); },
+        [] { Named(M::CreateMenu(M::File, 20), 20); },
+        [&] { M::CreateMenu(M::File, 0, Named(&callerMenu, 0)); },
+        [] { Named(M::CreateMenu(M::Filter, 7), 7); },
+        [] { Named(M::CreateAction(M::Filter, -7), -7); },
+        [] { Named(M::CreateAction(M::Help, 1), 1); },
+    };
+    QRandomGenerator random(seed);
+    std::shuffle(menus.begin(), menus.end(), random);
+    std::shuffle(entries.begin(), entries.end(), random);
+    for (const auto& step : menus)
+        step();
+    for (const auto& step : entries)
+        step();
+
+    QMenuBar bar;
+    M::Setup(&bar);
+    QCOMPARE(Describe(bar), QStringLiteral("File[-5,0[],10,20[],30],Filter[-7,7[]],Help[1]"));
+    M::ReleaseInstance();
+}
+
+void TestMenuManager::keysAndEntries()
+{
+    M::InitInstance();
+    std::unique_ptr<QMenu> file(M::CreateMenu(M::File, QStringLiteral("File")));
+    QMenu other(QStringLiteral("Other"));
+    QVERIFY(file);
+
+    // A taken role keeps its first menu; entries need their role and a free id.
+    QVERIFY(!M::CreateMenu(M::File, QStringLiteral("Again")));
+    M::CreateMenu(M::File, &other);
+    QVERIFY(!M::CreateAction(M::Edit, 1));
+    QVERIFY(!M::CreateMenu(M::Edit, 1));
+    QAction* one = Named(M::CreateAction(M::File, 1), 1);
+    QVERIFY(one);
+    QCOMPARE(one->parent(), file.get());
+    QVERIFY(!M::CreateAction(M::File, 1));
+    QVERIFY(!M::CreateMenu(M::File, 1));
+    QAction refused;
+    M::CreateAction(M::File, 1, &refused);
+    M::CreateAction(M::File, 2, nullptr);
+    QMenu* sub = Named(M::CreateMenu(M::File, 3), 3);
+    QVERIFY(sub);
+    QCOMPARE(sub->parent(), file.get());
+    QVERIFY(sub->title() == QStringLiteral("3"));
+    QCOMPARE(M::GetAction(M::File, 1), one);
+    QVERIFY(!M::GetAction(M::File, 3));
+    QVERIFY(!M::GetAction(M::File, 2));
+    QVERIFY(!M::GetAction(M::Edit, 1));
+    QCOMPARE(file->actions(), (QList<QAction*>{one, sub->menuAction()}));
+
+    // Taking an entry takes it out of the menu without deleting it and frees its id; the
+    // next entry under that id goes back to the same place.
+    M::Take(M::File, 1);
+    M::Take(M::File, 42);
+    M::Take(M::Edit, 1);
+    QCOMPARE(file->actions(), (QList<QAction*>{sub->menuAction()}));
+    QCOMPARE(one->parent(), file.get());
+    QAction* again = Named(M::CreateAction(M::File, 1), 1);
+    QCOMPARE(file->actions(), (QList<QAction*>{again, sub->menuAction()}));
+    M::Take(M::File, 3);
+    QCOMPARE(file->actions(), (QList<QAction*>{again}));
+    QVERIFY(Named(M::CreateMenu(M::File, 3), 3));
+
+    // An entry deleted by its owner is passed over: the next entry goes before the first
+    // following one that still exists.
+    QAction* four = Named(M::CreateAction(M::File, 4), 4);
+    QAction* six = Named(M::CreateAction(M::File, 6), 6);
+    delete four;
+    QVERIFY(!M::GetAction(M::File, 4));
+    QAction* five = Named(M::CreateAction(M::File, 5), 5);
+    QCOMPARE(file->actions().mid(2), (QList<QAction*>{five, six}));
+
+    // The bar gets the menus that exist when it is set up, once.
+    M::Setup(nullptr);
+    QMenuBar bar;
+    M::Setup(&bar);
+    std::unique_ptr<QMenu> help(M::CreateMenu(M::Help, QStringLiteral("Help")));
+    QCOMPARE(Describe(bar), QStringLiteral("File[1,3[],5,6]"));
+
+    // Releasing the manager deletes no menu and no action.
+    QPointer<QAction> watched(again);
+    M::ReleaseInstance();
+    QVERIFY(watched);
+    QVERIFY(!M::GetAction(M::File, 1));
+}
+
+void TestMenuManager::noInstance()
+{
+    QVERIFY(!M::GetInstance());
+    QMenu menu;
+    QAction action;
+    QVERIFY(!M::CreateMenu(M::File, QStringLiteral("File")));
+    M::CreateMenu(M::File, &menu);
+    QVERIFY(!M::CreateMenu(M::File, 1));
+    M::CreateMenu(M::File, 1, &menu);
+    QVERIFY(!M::CreateAction(M::File, 1));
+    M::CreateAction(M::File, 1, &action);
+    QVERIFY(!M::GetAction(M::File, 1));
+    M::Take(M::File, 1);
+    QMenuBar bar;
+    M::Setup(&bar);
+    QVERIFY(bar.actions().isEmpty());
+    M::ReleaseInstance();
+}
+
+OV_TEST_MAIN(TestMenuManager)
+#include "tst_menumanager.moc"
