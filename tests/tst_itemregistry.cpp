@@ -19,34 +19,34 @@
 
 namespace {
 
-class TestAdjustment : public OVAdjustment
+// A plug-in object of type Base that reports uid and is shown in signal logs by name.
+template <typename Base>
+class Identified : public Base
 {
 public:
-    TestAdjustment(const QString& name, const QString& uid)
+    Identified(const QString& name, const QString& uid)
         : m_uid(uid)
     {
-        setObjectName(name);
+        Base::setObjectName(name);
     }
     QString GetUID() const override { return m_uid; }
-    QImage Apply(const QImage& image, const QVariantMap&) const override { return image; }
 
 private:
     const QString m_uid;
 };
 
-class TestBrush : public OVBrushPlugin
+class TestAdjustment : public Identified<OVAdjustment>
 {
 public:
-    TestBrush(const QString& name, const QString& uid)
-        : m_uid(uid)
-    {
-        setObjectName(name);
-    }
-    QString GetUID() const override { return m_uid; }
-    int DestroyedReceivers() const { return receivers(SIGNAL(destroyed(QObject*))); }
+    using Identified::Identified;
+    QImage Apply(const QImage& image, const QVariantMap&) const override { return image; }
+};
 
-private:
-    const QString m_uid;
+class TestBrush : public Identified<OVBrushPlugin>
+{
+public:
+    using Identified::Identified;
+    int DestroyedReceivers() const { return receivers(SIGNAL(destroyed(QObject*))); }
 };
 
 // What the tests need to know of each registry, so that one test body serves both.

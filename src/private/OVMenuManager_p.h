@@ -34,20 +34,42 @@ public:
     // The top-level item of role in the instance's tree, or null.
     static OVMenuItem* RoleItem(int role);
 
-    // Enters a new entry into the menu of role; false when the role is absent, its menu is
-    // gone, the id is taken or there is nothing to enter. make() is called only once the
-    // place is known to be free, with the role's menu as the parent.
+    // Enters the menu make() gives as the instance's top-level menu of role; null when there is
+    // no instance, the role is taken or make() gives nothing. make() is called only once the
+    // place is known to be free.
+    template <typename Make>
+    static QMenu* EnterMenu(int role, Make make);
+    // Enters the action or submenu make() gives into the menu of role; null when there is no
+    // instance, the role is absent or its menu gone, the id is taken or make() gives nothing.
+    // make() is called only once the place is known to be free, with the role's menu.
     template <typename Entry, typename Make>
-    Entry* EnterEntry(int role, int id, Make make);
+    static Entry* EnterEntry(int role, int id, Make make);
 
 private:
-    void Insert(OVMenuItem* parent, int place, OVMenuItem entry);
+    static void Insert(OVMenuItem* parent, int place, OVMenuItem entry);
 };
+
+template <typename Make>
+QMenu* OVMenuManagerPrivate::EnterMenu(int role, Make make)
+{
+    OVMenuManagerPrivate* tree = Instance();
+    const int place = tree ? tree->InsertionPlace(role) : -1;
+    if (place < 0)
+        return nullptr;
+    QMenu* menu = make();
+    if (!menu)
+        return nullptr;
+    OVMenuItem item;
+    item.key = role;
+    item.menu = menu;
+    tree->children.insert(tree->children.begin() + place, std::move(item));
+    return menu;
+}
 
 template <typename Entry, typename Make>
 Entry* OVMenuManagerPrivate::EnterEntry(int role, int id, Make make)
 {
-    OVMenuItem* parent = Child(role);
+    OVMenuItem* parent = RoleItem(role);
     if (!parent || !parent->menu)
         return nullptr;
     const int place = parent->InsertionPlace(id);
