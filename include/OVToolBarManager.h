@@ -23,8 +23,8 @@ public:
     static OVToolBarManager* GetInstance();
     static void ReleaseInstance();
 
-    // False for a null content and for a content that is already registered (its UID stays).
-    // The content is hidden until it is activated.
+    // False for a content that is already registered (its UID stays), for null, and for the
+    // general widget or a widget that holds it. The content is hidden until it is activated.
     static bool Add(QWidget* content, const QString& uid);
     // Shows a registered content and hides the one shown before; null hides the shown one.
     // Contents that are not registered are ignored.

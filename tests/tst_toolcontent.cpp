@@ -74,11 +74,6 @@ QWidget* Content(const QString& name)
     return content;
 }
 
-int LayoutIndex(const Manager& m, QWidget* content)
-{
-    return m.general()->layout()->indexOf(content);
-}
-
 } // namespace
 
 class TestToolContent : public QObject
@@ -97,9 +92,7 @@ private slots:
     void removeAndDestroy();
     void release_data() { Managers(); }
     void release();
-    void generalDeletedByHost_data() { Managers(); }
-    void generalDeletedByHost();
-    void focus_data();
+    void focus_data() { Managers(); }
     void focus();
 
 private:
@@ -109,8 +102,9 @@ private:
 void TestToolContent::Managers()
 {
     QTest::addColumn<int>("manager");
-    QTest::newRow("toolbar") << 0;
-    QTest::newRow("toolwidget") << 1;
+    QTest::addColumn<bool>("clearsFocus");
+    QTest::newRow("toolbar") << 0 << true;
+    QTest::newRow("toolwidget") << 1 << false;
 }
 
 void TestToolContent::cleanup()
@@ -171,8 +165,8 @@ void TestToolContent::add()
 
     QCOMPARE(a->parentWidget(), general);
     QCOMPARE(a->sizePolicy(), preferred);
-    QCOMPARE(LayoutIndex(m, a), 0);
-    QCOMPARE(LayoutIndex(m, b), 1);
+    QCOMPARE(general->layout()->indexOf(a), 0);
+    QCOMPARE(general->layout()->indexOf(b), 1);
     QVERIFY(a->isHidden());
     QVERIFY(b->isHidden());
     QVERIFY(m.empty());
@@ -242,7 +236,7 @@ void TestToolContent::removeAndDestroy()
     // A hidden content leaves quietly; it stays alive, hidden and a child of the general widget.
     m.remove(b);
     QCOMPARE(log.Take(), QStringList());
-    QCOMPARE(LayoutIndex(m, b), -1);
+    QCOMPARE(general->layout()->indexOf(b), -1);
     QCOMPARE(b->parentWidget(), general);
     QVERIFY(b->isHidden());
     m.activate(b);
@@ -254,7 +248,7 @@ void TestToolContent::removeAndDestroy()
     // The shown content leaves: nothing is shown and the title is emptied.
     m.remove(a);
     QVERIFY(a->isHidden());
-    QCOMPARE(LayoutIndex(m, a), -1);
+    QCOMPARE(general->layout()->indexOf(a), -1);
     QVERIFY(m.empty());
     QCOMPARE(general->windowTitle(), QString());
     QCOMPARE(log.Take(), QStringList{QStringLiteral("changed(empty,)")});
@@ -282,8 +276,8 @@ void TestToolContent::release()
     QPointer<QWidget> shown = Content(QStringLiteral("A"));
     QPointer<QWidget> hidden = Content(QStringLiteral("B"));
     QPointer<QWidget> removed = Content(QStringLiteral("C"));
-    QWidget elsewhere;
     QPointer<QWidget> moved = Content(QStringLiteral("D"));
+    QWidget elsewhere;
     for (QWidget* content : {shown.data(), hidden.data(), removed.data(), moved.data()})
         m.add(content, content->objectName());
     m.remove(removed);
@@ -291,51 +285,39 @@ void TestToolContent::release()
     m.activate(shown);
     log.Clear();
 
+    // The general widget takes its children along, removed or not, and nobody is told.
     m.release();
     QVERIFY(general.isNull());
     QVERIFY(shown.isNull());
     QVERIFY(hidden.isNull());
     QVERIFY(removed.isNull());
-    // A content given another parent is no longer the registry's to delete.
     QVERIFY(!moved.isNull());
     QCOMPARE(log.Take(), QStringList());
-}
 
-void TestToolContent::generalDeletedByHost()
-{
-    const Manager& m = Started();
-    OVTest::SignalLog log;
+    // The host's window may delete the general widget first; the manager then holds nothing.
+    m.init();
     m.record(log);
     auto* host = new QWidget;
     (new QVBoxLayout(host))->addWidget(m.general());
-    QPointer<QWidget> a = Content(QStringLiteral("A"));
-    m.add(a, QStringLiteral("uid-a"));
-    m.activate(a);
+    m.add(moved, QStringLiteral("uid-d"));
+    m.activate(moved);
     log.Clear();
-
     delete host;
-    QVERIFY(a.isNull());
+    QVERIFY(moved.isNull());
     QCOMPARE(m.general(), nullptr);
     QVERIFY(m.empty());
     QCOMPARE(log.Take(), QStringList{QStringLiteral("changed(empty,)")});
-    QWidget b;
-    QVERIFY(!m.add(&b, QStringLiteral("uid-b")));
-    m.activate(&b);
-    m.remove(&b);
+    QVERIFY(!m.add(&elsewhere, QStringLiteral("uid-e")));
+    m.activate(&elsewhere);
+    m.remove(&elsewhere);
     m.release();
 }
 
-void TestToolContent::focus_data()
-{
-    QTest::addColumn<int>("manager");
-    QTest::addColumn<bool>("clears");
-    QTest::newRow("toolbar") << 0 << true;
-    QTest::newRow("toolwidget") << 1 << false;
-}
-
+// A line edit of content A holds the focus; switching to B, and switching to nothing, either
+// clears it or leaves it alone.
 void TestToolContent::focus()
 {
-    QFETCH(bool, clears);
+    QFETCH(bool, clearsFocus);
     const Manager& m = Started();
     QWidget* general = m.general();
     QWidget* a = Content(QStringLiteral("A"));
@@ -343,17 +325,19 @@ void TestToolContent::focus()
     QWidget* b = Content(QStringLiteral("B"));
     m.add(a, QStringLiteral("uid-a"));
     m.add(b, QStringLiteral("uid-b"));
-    m.activate(a);
     general->show();
     QApplication::setActiveWindow(general);
-    edit->setFocus();
-    QVERIFY(edit->hasFocus());
-    QCOMPARE(a->focusWidget(), edit);
+    for (QWidget* next : {b, static_cast<QWidget*>(nullptr)}) {
+        m.activate(a);
+        edit->setFocus();
+        QVERIFY(edit->hasFocus());
+        QCOMPARE(a->focusWidget(), edit);
 
-    m.activate(b);
-    QVERIFY(a->isHidden());
-    QCOMPARE(edit->hasFocus(), !clears);
-    QCOMPARE(a->focusWidget(), clears ? nullptr : edit);
+        m.activate(next);
+        QVERIFY(a->isHidden());
+        QCOMPARE(edit->hasFocus(), !clearsFocus);
+        QCOMPARE(a->focusWidget(), clearsFocus ? nullptr : edit);
+    }
 }
 
 OV_TEST_MAIN(TestToolContent)
