@@ -1,0 +1,54 @@
+#pragma once
+
+#include "OVCoreExport.h"
+
+#include <QObject>
+#include <QString>
+
+class QWidget;
+class OVToolContentPrivate;
+
+// The tools' tool-widget contents (the panels that hold a tool's options). The host places the
+// general content widget once in its window; each tool registers its content widget under its
+// UID, and Activate() shows one of them (or none) inside the general widget. Registered contents
+// become children of the general widget, so they are deleted with it when the instance is
+// released.
+//
+// Switching away from a content hides it and leaves the keyboard focus as it is.
+class OVCORE_EXPORT OVToolWidgetManager : public QObject
+{
+    Q_OBJECT
+public:
+    static void InitInstance();
+    static OVToolWidgetManager* GetInstance();
+    static void ReleaseInstance();
+
+    // False for a content that is already registered (its UID stays), for null, and for the
+    // general widget or a widget that holds it. The content is hidden until it is activated.
+    static bool Add(QWidget* content, const QString& uid);
+    // Shows a registered content and hides the one shown before; null hides the shown one.
+    // Contents that are not registered are ignored.
+    static void Activate(QWidget* content);
+    // Unregisters content without deleting it; it stays hidden and a child of the general widget.
+    static void Remove(QWidget* content);
+    static QWidget* GeneralContent();
+    // True while no content is shown.
+    static bool IsGeneralContentEmpty();
+    // Always empty: callers keep their own record of which tool is shown.
+    static QString CurrentUID();
+
+signals:
+    // The shown content changed (never on Add()).
+    void ContentChanged();
+
+private slots:
+    void OnContentDestroyed(QObject* object);
+
+private:
+    OVToolWidgetManager();
+    ~OVToolWidgetManager() override;
+    Q_DISABLE_COPY(OVToolWidgetManager)
+    friend class OVToolContentPrivate;
+
+    OVToolContentPrivate* const d;
+};

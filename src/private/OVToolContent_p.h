@@ -1,0 +1,98 @@
+#pragma once
+
+#include <QGridLayout>
+#include <QMap>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+
+// The content stack behind OVToolBarManager and OVToolWidgetManager: one general widget whose
+// grid layout holds every registered content widget, of which at most one is shown. The two
+// managers differ only in clearFocusOnSwitch.
+class OVToolContentPrivate
+{
+public:
+    // owner is the manager: its OnContentDestroyed(QObject*) slot follows the contents, and
+    // contentChanged emits its ContentChanged() signal.
+    OVToolContentPrivate(QObject* owner, bool clearFocusOnSwitch, std::function<void()> contentChanged);
+    // Deletes the general widget and with it the contents that are still its children.
+    ~OVToolContentPrivate();
+
+    OVToolContentPrivate(const OVToolContentPrivate&) = delete;
+    OVToolContentPrivate& operator=(const OVToolContentPrivate&) = delete;
+
+    bool Add(QWidget* content, const QString& uid);
+    void Activate(QWidget* content);
+    void Remove(QWidget* content);
+    QString CurrentUID() const;
+    void OnContentDestroyed(QObject* object);
+
+    // The private object of a manager, or null for a null manager.
+    template <typename Manager>
+    static OVToolContentPrivate* Of(const Manager* manager)
+    {
+        return manager ? manager->d : nullptr;
+    }
+
+    QObject* const owner;
+    // The host usually puts the general widget into its own window, which may delete it before
+    // the manager goes; the guards notice that.
+    QPointer<QWidget> general;
+    QPointer<QGridLayout> layout;
+    QObject* current = nullptr; // the content shown now
+    QMap<QObject*, QString> uids;
+    const bool clearFocusOnSwitch;
+
+private:
+    // Hides the shown content, taking the focus from its focus widget first if asked to.
+    void HideCurrent(QWidget* shown);
+    // Nothing is shown any more because the shown content left the registry.
+    void CurrentGone();
+
+    const std::function<void()> contentChanged;
+};
+
+// The members of a content manager class, all forwarded to its OVToolContentPrivate. The
+// class's source defines the singleton (and with it s_instance) first. clearFocusOnSwitch says
+// whether switching away from a content clears the focus of the content's focus widget.
+#define OV_DEFINE_TOOL_CONTENT_MANAGER(Class, clearFocusOnSwitch)                                            \
+    Class::Class()                                                                                           \
+        : d(new OVToolContentPrivate(this, clearFocusOnSwitch, [this] { emit ContentChanged(); }))           \
+    {}                                                                                                       \
+    Class::~Class()                                                                                          \
+    {                                                                                                        \
+        delete d;                                                                                            \
+    }                                                                                                        \
+    bool Class::Add(QWidget* content, const QString& uid)                                                    \
+    {                                                                                                        \
+        return s_instance ? s_instance->d->Add(content, uid) : false;                                        \
+    }                                                                                                        \
+    void Class::Activate(QWidget* content)                                                                   \
+    {                                                                                                        \
+        if (s_instance)                                                                                      \
+            s_instance->d->Activate(content);                                                                \
+    }                                                                                                        \
+    void Class::Remove(QWidget* content)                                                                     \
+    {                                                                                                        \
+        if (s_instance)                                                                                      \
+            s_instance->d->Remove(content);                                                                  \
+    }                                                                                                        \
+    QWidget* Class::GeneralContent()                                                                         \
+    {                                                                                                        \
+        return s_instance ? s_instance->d->general.data() : nullptr;                                         \
+    }                                                                                                        \
+    bool Class::IsGeneralContentEmpty()                                                                      \
+    {                                                                                                        \
+        return s_instance ? s_instance->d->current == nullptr : true;                                        \
+    }                                                                                                        \
+    QString Class::CurrentUID()                                                                              \
+    {                                                                                                        \
+        return s_instance ? s_instance->d->CurrentUID() : QString();                                         \
+    }                                                                                                        \
+    void Class::OnContentDestroyed(QObject* object)                                                          \
+    {                                                                                                        \
+        d->OnContentDestroyed(object);                                                                       \
+    }

@@ -1,0 +1,345 @@
+// The tool-bar and tool-widget content managers: every case runs against both, which differ only
+// in what happens to the keyboard focus of a content that is switched away from.
+
+#include "OVApplication.h"
+#include "OVTestSupport.h"
+#include "OVToolBarManager.h"
+#include "OVToolWidgetManager.h"
+#include "private/OVToolContent_p.h"
+
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QPointer>
+#include <QVBoxLayout>
+
+namespace {
+
+// The static operations of one manager.
+struct Manager
+{
+    void (*init)();
+    void (*release)();
+    bool (*add)(QWidget*, const QString&);
+    void (*activate)(QWidget*);
+    void (*remove)(QWidget*);
+    QWidget* (*general)();
+    bool (*empty)();
+    QString (*currentUID)();
+    // The UID a content is registered under, read from the registry itself.
+    QString (*uidOf)(QWidget*);
+    // Records each ContentChanged() as "changed(<empty or shown>,<general widget's title>)",
+    // read when the signal arrives.
+    void (*record)(OVTest::SignalLog&);
+};
+
+template <typename M>
+Manager Bind()
+{
+    return {&M::InitInstance,
+            &M::ReleaseInstance,
+            &M::Add,
+            &M::Activate,
+            &M::Remove,
+            &M::GeneralContent,
+            &M::IsGeneralContentEmpty,
+            &M::CurrentUID,
+            [](QWidget* content) { return OVToolContentPrivate::Of(M::GetInstance())->uids.value(content); },
+            [](OVTest::SignalLog& log) {
+                QObject::connect(M::GetInstance(), &M::ContentChanged, &log, [&log] {
+                    const QWidget* general = M::GeneralContent();
+                    log.Append(QStringLiteral("changed(%1,%2)")
+                                   .arg(M::IsGeneralContentEmpty() ? QStringLiteral("empty")
+                                                                   : QStringLiteral("shown"),
+                                        general ? general->windowTitle() : QStringLiteral("-")));
+                });
+            }};
+}
+
+const Manager kManagers[] = {Bind<OVToolBarManager>(), Bind<OVToolWidgetManager>()};
+
+// The manager of the current data row, created.
+const Manager& Started()
+{
+    QFETCH(int, manager);
+    kManagers[manager].init();
+    return kManagers[manager];
+}
+
+// A content widget with a title, not yet added.
+QWidget* Content(const QString& name)
+{
+    auto* content = new QWidget;
+    content->setObjectName(name);
+    content->setWindowTitle(QStringLiteral("Title ") + name);
+    return content;
+}
+
+} // namespace
+
+class TestToolContent : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void noInstance_data() { Managers(); }
+    void noInstance();
+    void add_data() { Managers(); }
+    void add();
+    void activate_data() { Managers(); }
+    void activate();
+    void removeAndDestroy_data() { Managers(); }
+    void removeAndDestroy();
+    void release_data() { Managers(); }
+    void release();
+    void focus_data() { Managers(); }
+    void focus();
+
+private:
+    static void Managers();
+};
+
+void TestToolContent::Managers()
+{
+    QTest::addColumn<int>("manager");
+    QTest::addColumn<bool>("clearsFocus");
+    QTest::newRow("toolbar") << 0 << true;
+    QTest::newRow("toolwidget") << 1 << false;
+}
+
+void TestToolContent::cleanup()
+{
+    OVToolBarManager::ReleaseInstance();
+    OVToolWidgetManager::ReleaseInstance();
+}
+
+void TestToolContent::noInstance()
+{
+    QFETCH(int, manager);
+    const Manager& m = kManagers[manager];
+    QWidget content;
+    for (int round = 0; round < 2; ++round) {
+        QVERIFY(!m.add(&content, QStringLiteral("a")));
+        QVERIFY(!m.add(nullptr, QStringLiteral("a")));
+        m.activate(&content);
+        m.activate(nullptr);
+        m.remove(&content);
+        m.remove(nullptr);
+        QCOMPARE(m.general(), nullptr);
+        QVERIFY(m.empty());
+        QCOMPARE(m.currentUID(), QString());
+        QCOMPARE(content.parent(), nullptr);
+        QVERIFY(content.isHidden());
+        // The same once an instance has come and gone.
+        m.init();
+        m.release();
+    }
+}
+
+void TestToolContent::add()
+{
+    const Manager& m = Started();
+    OVTest::SignalLog log;
+    m.record(log);
+    QWidget* general = m.general();
+    QVERIFY(general);
+    QCOMPARE(general->parent(), nullptr);
+    auto* layout = qobject_cast<QGridLayout*>(general->layout());
+    QVERIFY(layout);
+    QCOMPARE(layout->spacing(), 0);
+    QCOMPARE(layout->contentsMargins(), QMargins());
+    QCOMPARE(layout->sizeConstraint(), QLayout::SetMinAndMaxSize);
+    QSizePolicy preferred(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    preferred.setRetainSizeWhenHidden(false);
+    QCOMPARE(general->sizePolicy(), preferred);
+
+    QWidget* a = Content(QStringLiteral("A"));
+    QWidget* b = Content(QStringLiteral("B"));
+    a->setSizePolicy(QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding));
+    QVERIFY(m.add(a, QStringLiteral("uid-a")));
+    QVERIFY(m.add(b, QStringLiteral("uid-b")));
+    QVERIFY(!m.add(a, QStringLiteral("other")));
+    QCOMPARE(m.uidOf(a), QStringLiteral("uid-a"));
+    QVERIFY(!m.add(nullptr, QStringLiteral("null")));
+    QVERIFY(!m.add(general, QStringLiteral("general")));
+
+    QCOMPARE(a->parentWidget(), general);
+    QCOMPARE(a->sizePolicy(), preferred);
+    QCOMPARE(general->layout()->indexOf(a), 0);
+    QCOMPARE(general->layout()->indexOf(b), 1);
+    QVERIFY(a->isHidden());
+    QVERIFY(b->isHidden());
+    QVERIFY(m.empty());
+    QCOMPARE(log.Take(), QStringList());
+}
+
+void TestToolContent::activate()
+{
+    const Manager& m = Started();
+    OVTest::SignalLog log;
+    m.record(log);
+    QWidget* general = m.general();
+    general->show();
+    QWidget* a = Content(QStringLiteral("A"));
+    QWidget* b = Content(QStringLiteral("B"));
+    QWidget unknown;
+    m.add(a, QStringLiteral("uid-a"));
+    m.add(b, QStringLiteral("uid-b"));
+
+    m.activate(a);
+    QVERIFY(a->isVisible());
+    QVERIFY(!b->isVisible());
+    QCOMPARE(general->windowTitle(), QStringLiteral("Title A"));
+    QVERIFY(!m.empty());
+    QCOMPARE(m.currentUID(), QString());
+    QCOMPARE(log.Take(), QStringList{QStringLiteral("changed(shown,Title A)")});
+
+    // The shown content again, and a widget that was never added: nothing happens.
+    m.activate(a);
+    m.activate(&unknown);
+    QVERIFY(a->isVisible());
+    QCOMPARE(unknown.parent(), nullptr);
+    QCOMPARE(log.Take(), QStringList());
+
+    m.activate(b);
+    QVERIFY(!a->isVisible());
+    QVERIFY(b->isVisible());
+    QCOMPARE(general->windowTitle(), QStringLiteral("Title B"));
+    QCOMPARE(log.Take(), QStringList{QStringLiteral("changed(shown,Title B)")});
+
+    // Null hides the shown content and keeps the title.
+    m.activate(nullptr);
+    QVERIFY(b->isHidden());
+    QVERIFY(m.empty());
+    QCOMPARE(general->windowTitle(), QStringLiteral("Title B"));
+    QCOMPARE(log.Take(), QStringList{QStringLiteral("changed(empty,Title B)")});
+    m.activate(nullptr);
+    QCOMPARE(log.Take(), QStringList());
+}
+
+void TestToolContent::removeAndDestroy()
+{
+    const Manager& m = Started();
+    OVTest::SignalLog log;
+    m.record(log);
+    QWidget* general = m.general();
+    general->show();
+    QWidget* a = Content(QStringLiteral("A"));
+    QWidget* b = Content(QStringLiteral("B"));
+    QWidget* c = Content(QStringLiteral("C"));
+    m.add(a, QStringLiteral("uid-a"));
+    m.add(b, QStringLiteral("uid-b"));
+    m.add(c, QStringLiteral("uid-c"));
+    m.activate(a);
+    log.Clear();
+
+    // A hidden content leaves quietly; it stays alive, hidden and a child of the general widget.
+    m.remove(b);
+    QCOMPARE(log.Take(), QStringList());
+    QCOMPARE(general->layout()->indexOf(b), -1);
+    QCOMPARE(b->parentWidget(), general);
+    QVERIFY(b->isHidden());
+    m.activate(b);
+    m.remove(b);
+    m.remove(nullptr);
+    QVERIFY(a->isVisible());
+    QCOMPARE(log.Take(), QStringList());
+
+    // The shown content leaves: nothing is shown and the title is emptied.
+    m.remove(a);
+    QVERIFY(a->isHidden());
+    QCOMPARE(general->layout()->indexOf(a), -1);
+    QVERIFY(m.empty());
+    QCOMPARE(general->windowTitle(), QString());
+    QCOMPARE(log.Take(), QStringList{QStringLiteral("changed(empty,)")});
+    // Removed contents are no longer followed.
+    delete a;
+    delete b;
+    QCOMPARE(log.Take(), QStringList());
+
+    // Deleting the shown content works the same way.
+    m.activate(c);
+    log.Clear();
+    delete c;
+    QVERIFY(m.empty());
+    QCOMPARE(general->windowTitle(), QString());
+    QCOMPARE(log.Take(), QStringList{QStringLiteral("changed(empty,)")});
+    QCOMPARE(general->layout()->count(), 0);
+}
+
+void TestToolContent::release()
+{
+    const Manager& m = Started();
+    OVTest::SignalLog log;
+    m.record(log);
+    QPointer<QWidget> general = m.general();
+    QPointer<QWidget> shown = Content(QStringLiteral("A"));
+    QPointer<QWidget> hidden = Content(QStringLiteral("B"));
+    QPointer<QWidget> removed = Content(QStringLiteral("C"));
+    QPointer<QWidget> moved = Content(QStringLiteral("D"));
+    QWidget elsewhere;
+    for (QWidget* content : {shown.data(), hidden.data(), removed.data(), moved.data()})
+        m.add(content, content->objectName());
+    m.remove(removed);
+    moved->setParent(&elsewhere);
+    m.activate(shown);
+    log.Clear();
+
+    // The general widget takes its children along, removed or not, and nobody is told.
+    m.release();
+    QVERIFY(general.isNull());
+    QVERIFY(shown.isNull());
+    QVERIFY(hidden.isNull());
+    QVERIFY(removed.isNull());
+    QVERIFY(!moved.isNull());
+    QCOMPARE(log.Take(), QStringList());
+
+    // The host's window may delete the general widget first; the manager then holds nothing.
+    m.init();
+    m.record(log);
+    auto* host = new QWidget;
+    (new QVBoxLayout(host))->addWidget(m.general());
+    m.add(moved, QStringLiteral("uid-d"));
+    m.activate(moved);
+    log.Clear();
+    delete host;
+    QVERIFY(moved.isNull());
+    QCOMPARE(m.general(), nullptr);
+    QVERIFY(m.empty());
+    QCOMPARE(log.Take(), QStringList{QStringLiteral("changed(empty,)")});
+    QVERIFY(!m.add(&elsewhere, QStringLiteral("uid-e")));
+    m.activate(&elsewhere);
+    m.remove(&elsewhere);
+    m.release();
+}
+
+// A line edit of content A holds the focus; switching to B, and switching to nothing, either
+// clears it or leaves it alone.
+void TestToolContent::focus()
+{
+    QFETCH(bool, clearsFocus);
+    const Manager& m = Started();
+    QWidget* general = m.general();
+    QWidget* a = Content(QStringLiteral("A"));
+    auto* edit = new QLineEdit(a);
+    QWidget* b = Content(QStringLiteral("B"));
+    m.add(a, QStringLiteral("uid-a"));
+    m.add(b, QStringLiteral("uid-b"));
+    general->show();
+    QApplication::setActiveWindow(general);
+    for (QWidget* next : {b, static_cast<QWidget*>(nullptr)}) {
+        m.activate(a);
+        edit->setFocus();
+        QVERIFY(edit->hasFocus());
+        QCOMPARE(a->focusWidget(), edit);
+
+        m.activate(next);
+        QVERIFY(a->isHidden());
+        QCOMPARE(edit->hasFocus(), !clearsFocus);
+        QCOMPARE(a->focusWidget(), clearsFocus ? nullptr : edit);
+    }
+}
+
+OV_TEST_MAIN(TestToolContent)
+
+#include "tst_toolcontent.moc"
