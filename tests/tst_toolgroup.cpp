@@ -1,0 +1,362 @@
+// Tool actions and the tool group: the two checked states of an action, and how the group
+// keeps one chosen tool and one tool in effect while its members change.
+
+#include "OVActivateAction.h"
+#include "OVApplication.h"
+#include "OVTestSupport.h"
+#include "OVToolGroupManager.h"
+
+#include <QMetaMethod>
+#include <QPointer>
+#include <QRegularExpression>
+
+namespace {
+
+// An action that can be made to refuse changes through its own IsAllowChange().
+class LockableAction : public OVActivateAction
+{
+    Q_OBJECT
+public:
+    using OVActivateAction::OVActivateAction;
+    bool IsAllowChange() override { return !locked && OVActivateAction::IsAllowChange(); }
+    Q_INVOKABLE void Lock() { locked = true; }
+
+    bool locked = false;
+};
+
+const QStringList kChosenA{QStringLiteral("A.SetChecked(true)")};
+const QStringList kTemporaryT{QStringLiteral("E.SetChecked(true)"),
+                              QStringLiteral("T.SetImplicitChecked(true)")};
+
+} // namespace
+
+class TestToolGroup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void metaObject();
+    void actionStates_data();
+    void actionStates();
+    void groupTransitions_data();
+    void groupTransitions();
+    void membership();
+    void noInstance();
+
+private:
+    LockableAction* Action(const QString& name) const;
+    // Runs "X.Slot(arg)", "Activate(X)", "Remove(X)" or "delete X"; Activate's result is
+    // logged as "Activate(X)=result".
+    void Run(const QString& step);
+    // "explicit=E implicit=E checked=E implied=E,T": the group's two actions and the names of
+    // the actions whose explicit and implicit flags are set.
+    QString State() const;
+    static void AddColumns();
+    // Runs the row's setup steps, then its steps, and compares the signals of the steps and
+    // the final state.
+    void CheckRow();
+
+    QList<QPointer<LockableAction>> m_actions;
+    OVTest::SignalLog m_log;
+};
+
+void TestToolGroup::init()
+{
+    OVToolGroupManager::InitInstance();
+    // S stays outside the group; the others are its members.
+    for (const char* name : {"A", "B", "E", "T", "X", "S"}) {
+        auto* action = new LockableAction;
+        action->setObjectName(QString::fromLatin1(name));
+        m_log.Record(action, &OVActivateAction::ImplicitToggled,
+                     action->objectName() + QStringLiteral(".Implicit"));
+        m_log.Record(action, &OVActivateAction::Toggled, action->objectName() + QStringLiteral(".Toggled"));
+        if (action->objectName() != QLatin1String("S"))
+            OVToolGroupManager::Add(action, QStringLiteral("uid-") + action->objectName());
+        m_actions << action;
+    }
+    m_log.Clear();
+}
+
+void TestToolGroup::cleanup()
+{
+    for (const QPointer<LockableAction>& action : qAsConst(m_actions))
+        delete action.data();
+    m_actions.clear();
+    OVToolGroupManager::ReleaseInstance();
+}
+
+LockableAction* TestToolGroup::Action(const QString& name) const
+{
+    for (const QPointer<LockableAction>& action : m_actions) {
+        if (action && action->objectName() == name)
+            return action;
+    }
+    return nullptr;
+}
+
+void TestToolGroup::Run(const QString& step)
+{
+    static const QRegularExpression call(QStringLiteral(R"(^(?:(\w)\.)?(\w+)\((\w*)\)$)"));
+    if (step.startsWith(QLatin1String("delete "))) {
+        delete Action(step.mid(7));
+        return;
+    }
+    const QRegularExpressionMatch match = call.match(step);
+    QVERIFY2(match.hasMatch(), qPrintable(step));
+    const QString target = match.captured(1);
+    const QByteArray method = match.captured(2).toLatin1();
+    const QString argument = match.captured(3);
+    if (target.isEmpty() && method == "Activate") {
+        const bool result = OVToolGroupManager::Activate(Action(argument));
+        m_log.Append(step + QLatin1Char('=') + OVTest::Describe(result));
+    } else if (target.isEmpty() && method == "Remove") {
+        OVToolGroupManager::Remove(Action(argument));
+    } else if (argument.isEmpty()) {
+        QVERIFY2(QMetaObject::invokeMethod(Action(target), method.constData()), qPrintable(step));
+    } else {
+        const bool value = argument == QLatin1String("true");
+        QVERIFY2(QMetaObject::invokeMethod(Action(target), method.constData(), Q_ARG(bool, value)),
+                 qPrintable(step));
+    }
+}
+
+QString TestToolGroup::State() const
+{
+    const auto name = [](const QObject* object) {
+        return object ? object->objectName() : QStringLiteral("-");
+    };
+    QStringList checked;
+    QStringList implied;
+    for (const QPointer<LockableAction>& action : m_actions) {
+        if (action && action->IsChecked())
+            checked << action->objectName();
+        if (action && action->IsImplicitlyChecked())
+            implied << action->objectName();
+    }
+    return QStringLiteral("explicit=%1 implicit=%2 checked=%3 implied=%4")
+        .arg(name(OVToolGroupManager::GetExplicitAction()), name(OVToolGroupManager::GetImplicitAction()),
+             checked.join(QLatin1Char(',')), implied.join(QLatin1Char(',')));
+}
+
+void TestToolGroup::AddColumns()
+{
+    QTest::addColumn<QStringList>("setup");
+    QTest::addColumn<QStringList>("steps");
+    QTest::addColumn<QStringList>("emitted");
+    QTest::addColumn<QString>("state");
+}
+
+void TestToolGroup::metaObject()
+{
+    const auto methods = [](const QMetaObject& meta) {
+        QStringList list;
+        for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+            const QMetaMethod method = meta.method(i);
+            const char* kind = method.methodType() == QMetaMethod::Signal ? "signal " : "slot ";
+            list << QLatin1String(kind) + QString::fromLatin1(method.methodSignature());
+        }
+        return list;
+    };
+    QCOMPARE(methods(OVActivateAction::staticMetaObject),
+             (QStringList{"signal Toggled(bool)", "signal ImplicitToggled(bool)", "slot AllowChange(bool)",
+                          "slot AllowChange()", "slot Toggle()", "slot ImplicitToggle()",
+                          "slot SetChecked(bool)", "slot SetImplicitChecked(bool)"}));
+    QCOMPARE(
+        methods(OVToolGroupManager::staticMetaObject),
+        (QStringList{"slot OnToggled(bool)", "slot OnImplicitToggled(bool)", "slot OnDestroyed(QObject*)"}));
+}
+
+void TestToolGroup::actionStates_data()
+{
+    AddColumns();
+    const QStringList none;
+    QTest::newRow("check") << none << QStringList{"S.SetChecked(true)"}
+                           << QStringList{"S.Implicit(true)", "S.Toggled(true)"}
+                           << "explicit=- implicit=- checked=S implied=S";
+    QTest::newRow("check while implied")
+        << QStringList{"S.SetImplicitChecked(true)"} << QStringList{"S.SetChecked(true)"}
+        << QStringList{"S.Toggled(true)"} << "explicit=- implicit=- checked=S implied=S";
+    QTest::newRow("uncheck") << QStringList{"S.SetChecked(true)"} << QStringList{"S.SetChecked(false)"}
+                             << QStringList{"S.Implicit(false)", "S.Toggled(false)"}
+                             << "explicit=- implicit=- checked= implied=";
+    QTest::newRow("unchanged") << none << QStringList{"S.SetChecked(false)", "S.SetImplicitChecked(false)"}
+                               << none << "explicit=- implicit=- checked= implied=";
+    QTest::newRow("toggles") << none << QStringList{"S.Toggle()", "S.ImplicitToggle()", "S.ImplicitToggle()"}
+                             << QStringList{"S.Implicit(true)", "S.Toggled(true)", "S.Implicit(false)",
+                                            "S.Implicit(true)"}
+                             << "explicit=- implicit=- checked=S implied=S";
+    // Refused changes emit nothing; only the check after AllowChange() is heard.
+    QTest::newRow("not allowed") << QStringList{"S.AllowChange(false)"}
+                                 << QStringList{"S.SetChecked(true)", "S.SetImplicitChecked(true)",
+                                                "S.Toggle()",         "S.ImplicitToggle()",
+                                                "S.AllowChange()",    "S.SetChecked(true)"}
+                                 << QStringList{"S.Implicit(true)", "S.Toggled(true)"}
+                                 << "explicit=- implicit=- checked=S implied=S";
+    QTest::newRow("refused by subclass") << QStringList{"S.SetChecked(true)", "S.Lock()"}
+                                         << QStringList{"S.SetChecked(false)", "S.ImplicitToggle()"} << none
+                                         << "explicit=- implicit=- checked=S implied=S";
+}
+
+void TestToolGroup::CheckRow()
+{
+    QFETCH(QStringList, setup);
+    QFETCH(QStringList, steps);
+    QFETCH(QStringList, emitted);
+    QFETCH(QString, state);
+
+    for (const QString& step : qAsConst(setup))
+        Run(step);
+    m_log.Clear();
+    for (const QString& step : qAsConst(steps))
+        Run(step);
+    QCOMPARE(m_log.Take(), emitted);
+    QCOMPARE(State(), state);
+}
+
+void TestToolGroup::groupTransitions_data()
+{
+    AddColumns();
+    const QStringList none;
+
+    // Activation.
+    QTest::newRow("activate from empty")
+        << none << QStringList{"Activate(B)"}
+        << QStringList{"B.Implicit(true)", "B.Toggled(true)", "Activate(B)=true"}
+        << "explicit=B implicit=B checked=B implied=B";
+    QTest::newRow("activate over chosen")
+        << kChosenA << QStringList{"Activate(B)"}
+        << QStringList{"A.Implicit(false)", "A.Toggled(false)", "B.Implicit(true)", "B.Toggled(true)",
+                       "Activate(B)=true"}
+        << "explicit=B implicit=B checked=B implied=B";
+    // The chosen tool takes the implicit state back quietly; only the group misses it.
+    QTest::newRow("activate over temporary")
+        << kTemporaryT << QStringList{"Activate(B)"}
+        << QStringList{"T.Implicit(false)", "E.Implicit(true)", "E.Implicit(false)", "E.Toggled(false)",
+                       "B.Implicit(true)",  "B.Toggled(true)",  "Activate(B)=true"}
+        << "explicit=B implicit=B checked=B implied=B";
+    QTest::newRow("activate chosen") << kChosenA << QStringList{"Activate(A)"}
+                                     << QStringList{"Activate(A)=true"}
+                                     << "explicit=A implicit=A checked=A implied=A";
+    QTest::newRow("activate chosen under temporary")
+        << kTemporaryT << QStringList{"Activate(E)"}
+        << QStringList{"T.Implicit(false)", "E.Implicit(true)", "Activate(E)=true"}
+        << "explicit=E implicit=E checked=E implied=E";
+    QTest::newRow("activate with temporary only")
+        << QStringList{"T.SetImplicitChecked(true)"} << QStringList{"Activate(X)"}
+        << QStringList{"T.Implicit(false)", "Activate(X)=true"} << "explicit=- implicit=- checked= implied=";
+    QTest::newRow("chosen refuses") << kChosenA + QStringList{"A.Lock()"} << QStringList{"Activate(B)"}
+                                    << QStringList{"Activate(B)=false"}
+                                    << "explicit=A implicit=A checked=A implied=A";
+    QTest::newRow("temporary refuses")
+        << kTemporaryT + QStringList{"T.Lock()"} << QStringList{"Activate(B)"}
+        << QStringList{"Activate(B)=false"} << "explicit=E implicit=T checked=E implied=T";
+
+    // Members changing their own states.
+    QTest::newRow("temporary over chosen") << kChosenA << QStringList{"T.SetImplicitChecked(true)"}
+                                           << QStringList{"T.Implicit(true)", "A.Implicit(false)"}
+                                           << "explicit=A implicit=T checked=A implied=T";
+    QTest::newRow("temporary ends") << kTemporaryT << QStringList{"T.SetImplicitChecked(false)"}
+                                    << QStringList{"T.Implicit(false)", "E.Implicit(true)"}
+                                    << "explicit=E implicit=E checked=E implied=E";
+    QTest::newRow("chosen unchecked under temporary")
+        << kTemporaryT << QStringList{"E.SetChecked(false)"} << QStringList{"E.Toggled(false)"}
+        << "explicit=- implicit=T checked= implied=T";
+    // Checking a member directly does not uncheck the chosen one.
+    QTest::newRow("member checked") << kChosenA << QStringList{"B.SetChecked(true)"}
+                                    << QStringList{"B.Implicit(true)", "A.Implicit(false)", "B.Toggled(true)"}
+                                    << "explicit=B implicit=B checked=A,B implied=B";
+
+    // Members leaving; a removed member keeps its flags.
+    QTest::newRow("remove temporary")
+        << kTemporaryT << QStringList{"Remove(T)", "T.SetImplicitChecked(false)"}
+        << QStringList{"E.Implicit(true)", "T.Implicit(false)"}
+        << "explicit=E implicit=E checked=E implied=E";
+    QTest::newRow("delete chosen") << kChosenA << QStringList{"delete A"} << none
+                                   << "explicit=- implicit=- checked= implied=";
+    QTest::newRow("delete temporary")
+        << kTemporaryT << QStringList{"delete T"} << QStringList{"E.Implicit(true)"}
+        << "explicit=E implicit=E checked=E implied=E";
+}
+
+void TestToolGroup::actionStates()
+{
+    CheckRow();
+}
+
+void TestToolGroup::groupTransitions()
+{
+    CheckRow();
+}
+
+void TestToolGroup::membership()
+{
+    // Adding again keeps the first UID.
+    OVToolGroupManager::Add(Action("A"), QStringLiteral("other"));
+    QVERIFY(OVToolGroupManager::Activate(Action("A")));
+    QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QStringLiteral("uid-A"));
+
+    // A checked action that may change is left out: the group does not follow it.
+    OVActivateAction outsider;
+    outsider.SetChecked(true);
+    OVToolGroupManager::Add(&outsider, QStringLiteral("uid-O"));
+    outsider.SetChecked(false);
+    outsider.SetChecked(true);
+    QCOMPARE(OVToolGroupManager::GetExplicitAction(), Action("A"));
+
+    // A checked action that refuses change is taken in as it is.
+    auto* fixed = new LockableAction;
+    fixed->SetChecked(true);
+    fixed->locked = true;
+    OVToolGroupManager::Add(fixed, QStringLiteral("uid-F"));
+    QVERIFY(fixed->IsChecked());
+    QCOMPARE(OVToolGroupManager::GetExplicitAction(), Action("A"));
+    fixed->locked = false;
+    fixed->SetChecked(false);
+    fixed->SetChecked(true);
+    QCOMPARE(OVToolGroupManager::GetExplicitAction(), fixed);
+    QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QStringLiteral("uid-F"));
+
+    // A deleted explicit member leaves no explicit action and no UID.
+    delete fixed;
+    QCOMPARE(OVToolGroupManager::GetExplicitAction(), nullptr);
+    QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QString());
+
+    // Null and unknown actions.
+    OVToolGroupManager::Add(nullptr, QStringLiteral("uid-N"));
+    OVToolGroupManager::Remove(nullptr);
+    OVToolGroupManager::Remove(&outsider);
+    QVERIFY(!OVToolGroupManager::Activate(nullptr));
+    QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QString());
+}
+
+void TestToolGroup::noInstance()
+{
+    LockableAction* a = Action("A");
+    OVToolGroupManager::ReleaseInstance();
+    QCOMPARE(OVToolGroupManager::GetInstance(), nullptr);
+
+    OVToolGroupManager::Add(a, QStringLiteral("uid"));
+    OVToolGroupManager::Remove(a);
+    QVERIFY(!OVToolGroupManager::Activate(a));
+    QCOMPARE(m_log.Take(), QStringList());
+    QCOMPARE(OVToolGroupManager::GetExplicitAction(), nullptr);
+    QCOMPARE(OVToolGroupManager::GetImplicitAction(), nullptr);
+    QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QString());
+
+    // Former members work on their own.
+    a->SetChecked(true);
+    QCOMPARE(m_log.Take(), (QStringList{"A.Implicit(true)", "A.Toggled(true)"}));
+
+    // A second InitInstance keeps the first instance, which starts empty.
+    OVToolGroupManager::InitInstance();
+    OVToolGroupManager* first = OVToolGroupManager::GetInstance();
+    OVToolGroupManager::InitInstance();
+    QCOMPARE(OVToolGroupManager::GetInstance(), first);
+    QCOMPARE(OVToolGroupManager::GetExplicitAction(), nullptr);
+}
+
+OV_TEST_MAIN(TestToolGroup)
+#include "tst_toolgroup.moc"
