@@ -74,6 +74,20 @@ QWidget* Content(const QString& name)
     return content;
 }
 
+// Shows the manager's general widget, records its ContentChanged() in log and adds one content
+// per name, under "uid-<name>".
+QList<QWidget*> Staged(const Manager& m, OVTest::SignalLog& log, const QStringList& names)
+{
+    m.record(log);
+    m.general()->show();
+    QList<QWidget*> contents;
+    for (const QString& name : names) {
+        contents << Content(name);
+        m.add(contents.last(), QStringLiteral("uid-") + name);
+    }
+    return contents;
+}
+
 } // namespace
 
 class TestToolContent : public QObject
@@ -177,14 +191,11 @@ void TestToolContent::activate()
 {
     const Manager& m = Started();
     OVTest::SignalLog log;
-    m.record(log);
+    const QList<QWidget*> contents = Staged(m, log, {"A", "B"});
     QWidget* general = m.general();
-    general->show();
-    QWidget* a = Content(QStringLiteral("A"));
-    QWidget* b = Content(QStringLiteral("B"));
+    QWidget* a = contents.at(0);
+    QWidget* b = contents.at(1);
     QWidget unknown;
-    m.add(a, QStringLiteral("uid-a"));
-    m.add(b, QStringLiteral("uid-b"));
 
     m.activate(a);
     QVERIFY(a->isVisible());
@@ -221,15 +232,11 @@ void TestToolContent::removeAndDestroy()
 {
     const Manager& m = Started();
     OVTest::SignalLog log;
-    m.record(log);
+    const QList<QWidget*> contents = Staged(m, log, {"A", "B", "C"});
     QWidget* general = m.general();
-    general->show();
-    QWidget* a = Content(QStringLiteral("A"));
-    QWidget* b = Content(QStringLiteral("B"));
-    QWidget* c = Content(QStringLiteral("C"));
-    m.add(a, QStringLiteral("uid-a"));
-    m.add(b, QStringLiteral("uid-b"));
-    m.add(c, QStringLiteral("uid-c"));
+    QWidget* a = contents.at(0);
+    QWidget* b = contents.at(1);
+    QWidget* c = contents.at(2);
     m.activate(a);
     log.Clear();
 
