@@ -60,7 +60,7 @@ const Manager kManagers[] = {Bind<OVToolBarManager>(), Bind<OVToolWidgetManager>
 // The manager of the current data row, created.
 const Manager& Started()
 {
-    QFETCH(int, manager);
+    QFETCH_GLOBAL(int, manager);
     kManagers[manager].init();
     return kManagers[manager];
 }
@@ -95,25 +95,18 @@ class TestToolContent : public QObject
     Q_OBJECT
 
 private slots:
+    // Every test runs once per manager.
+    void initTestCase_data();
     void cleanup();
-    void noInstance_data() { Managers(); }
     void noInstance();
-    void add_data() { Managers(); }
     void add();
-    void activate_data() { Managers(); }
     void activate();
-    void removeAndDestroy_data() { Managers(); }
     void removeAndDestroy();
-    void release_data() { Managers(); }
     void release();
-    void focus_data() { Managers(); }
     void focus();
-
-private:
-    static void Managers();
 };
 
-void TestToolContent::Managers()
+void TestToolContent::initTestCase_data()
 {
     QTest::addColumn<int>("manager");
     QTest::addColumn<bool>("clearsFocus");
@@ -129,7 +122,7 @@ void TestToolContent::cleanup()
 
 void TestToolContent::noInstance()
 {
-    QFETCH(int, manager);
+    QFETCH_GLOBAL(int, manager);
     const Manager& m = kManagers[manager];
     QWidget content;
     for (int round = 0; round < 2; ++round) {
@@ -324,7 +317,7 @@ void TestToolContent::release()
 // clears it or leaves it alone.
 void TestToolContent::focus()
 {
-    QFETCH(bool, clearsFocus);
+    QFETCH_GLOBAL(bool, clearsFocus);
     const Manager& m = Started();
     QWidget* general = m.general();
     QWidget* a = Content(QStringLiteral("A"));
