@@ -11,6 +11,7 @@ OV_PACKAGES=(
     liblcms2-dev
     libbenchmark-dev
     clang-format
+    xvfb
 )
 
 ov_ensure_packages() {
