@@ -5,297 +5,303 @@
     <name>OVBoxBlur</name>
     <message>
         <source>Box Blur</source>
-        <translation type="unfinished"></translation>
+        <translation>Box-Weichzeichner</translation>
     </message>
 </context>
 <context>
     <name>OVBrightnessContrast</name>
     <message>
         <source>Brightness/Contrast</source>
-        <translation type="unfinished"></translation>
+        <translation>Helligkeit/Kontrast</translation>
     </message>
 </context>
 <context>
     <name>OVDemoHost</name>
     <message>
         <source>The demo host editor of the core library.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Demo-Editor der core-Bibliothek.</translation>
     </message>
     <message>
         <source>Process the images without a window.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Bilder ohne Fenster bearbeiten.</translation>
     </message>
     <message>
         <source>Apply an adjustment, e.g. brightness=20 or greyscale.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Korrektur anwenden, z. B. brightness=20 oder greyscale.</translation>
     </message>
     <message>
         <source>Write the results into this folder.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Ergebnisse in diesen Ordner schreiben.</translation>
     </message>
     <message>
         <source>Format of the results.</source>
-        <translation type="unfinished"></translation>
+        <translation>Format der Ergebnisse.</translation>
     </message>
     <message>
         <source>Save a picture of the window once the images are open.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Bild des Fensters speichern, sobald die Bilder geöffnet sind.</translation>
     </message>
     <message>
         <source>Quit once the images are open (and adjusted).</source>
-        <translation type="unfinished"></translation>
+        <translation>Beenden, sobald die Bilder geöffnet (und korrigiert) sind.</translation>
     </message>
     <message>
         <source>Images to open.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zu öffnende Bilder.</translation>
     </message>
     <message>
         <source>The file does not exist.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei existiert nicht.</translation>
     </message>
     <message>
         <source>No reader for the format &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Leser für das Format „%1“.</translation>
     </message>
     <message>
         <source>The file could not be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei konnte nicht gelesen werden.</translation>
     </message>
     <message>
         <source>failed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>fehlgeschlagen: %1</translation>
     </message>
     <message>
         <source>Cannot create the output folder %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Ausgabeordner %1 kann nicht angelegt werden.</translation>
     </message>
     <message>
         <source>cannot write %1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
     </message>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: %2</translation>
     </message>
     <message>
         <source>%1 of %2 files done, %3 failed</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 von %2 Dateien erledigt, %3 fehlgeschlagen</translation>
     </message>
     <message numerus="yes">
         <source>%n file(s) could not be read or written.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Datei konnte nicht gelesen oder geschrieben werden.</numerusform>
+            <numerusform>%n Dateien konnten nicht gelesen oder geschrieben werden.</numerusform>
         </translation>
     </message>
     <message>
         <source>&amp;File</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Datei</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Bearbeiten</translation>
     </message>
     <message>
         <source>&amp;Image</source>
-        <translation type="unfinished"></translation>
+        <translation>B&amp;ild</translation>
     </message>
     <message>
         <source>Fil&amp;ter</source>
-        <translation type="unfinished"></translation>
+        <translation>Fil&amp;ter</translation>
     </message>
     <message>
         <source>&amp;View</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Ansicht</translation>
     </message>
     <message>
         <source>&amp;Help</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Hilfe</translation>
     </message>
     <message>
         <source>Loading %1...</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 wird geladen...</translation>
     </message>
     <message>
         <source>%1 did not load: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 wurde nicht geladen: %2</translation>
     </message>
     <message>
         <source>Plug-ins: %1 loaded (%2), %3 failed</source>
-        <translation type="unfinished"></translation>
+        <translation>Plug-ins: %1 geladen (%2), %3 fehlgeschlagen</translation>
     </message>
     <message>
         <source>The value of &quot;%1&quot; is not a whole number.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Wert von „%1“ ist keine ganze Zahl.</translation>
     </message>
     <message>
         <source>No adjustment takes &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Korrektur nimmt „%1“ an.</translation>
     </message>
     <message>
         <source>The image could not be saved.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Bild konnte nicht gespeichert werden.</translation>
     </message>
     <message>
         <source>No writer for the format &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Schreiber für das Format „%1“.</translation>
     </message>
     <message>
         <source>core demo editor</source>
-        <translation type="unfinished"></translation>
+        <translation>core-Demo-Editor</translation>
+    </message>
+    <message>
+        <source>Show the library&apos;s diagnostics in the headless mode.</source>
+        <translation>Die Diagnosemeldungen der Bibliothek im Modus ohne Fenster zeigen.</translation>
     </message>
 </context>
 <context>
     <name>OVDemoWindow</name>
     <message>
         <source>core demo editor</source>
-        <translation type="unfinished"></translation>
+        <translation>core-Demo-Editor</translation>
     </message>
     <message>
         <source>&amp;Open...</source>
-        <translation type="unfinished"></translation>
+        <translation>Ö&amp;ffnen...</translation>
     </message>
     <message>
         <source>Open</source>
-        <translation type="unfinished"></translation>
+        <translation>Öffnen</translation>
     </message>
     <message>
         <source>&amp;Export...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Exportieren...</translation>
     </message>
     <message>
         <source>Ctrl+E</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+E</translation>
     </message>
     <message>
         <source>&amp;Quit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Beenden</translation>
     </message>
     <message>
         <source>&amp;Adjustments</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Korrekturen</translation>
     </message>
     <message>
         <source>&amp;About</source>
-        <translation type="unfinished"></translation>
+        <translation>Ü&amp;ber</translation>
     </message>
     <message>
         <source>About</source>
-        <translation type="unfinished"></translation>
+        <translation>Über</translation>
     </message>
     <message>
         <source>The demo host editor of the core library.
 
 %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Demo-Editor der core-Bibliothek.
+
+%1</translation>
     </message>
     <message>
         <source>Tools</source>
-        <translation type="unfinished"></translation>
+        <translation>Werkzeuge</translation>
     </message>
     <message>
         <source>Tool options</source>
-        <translation type="unfinished"></translation>
+        <translation>Werkzeugoptionen</translation>
     </message>
     <message>
         <source>Tool</source>
-        <translation type="unfinished"></translation>
+        <translation>Werkzeug</translation>
     </message>
     <message>
         <source>Opening images...</source>
-        <translation type="unfinished"></translation>
+        <translation>Bilder werden geöffnet...</translation>
     </message>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: %2</translation>
     </message>
     <message>
         <source>%1: %2 x %3, read by %4 in %5 ms</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: %2 x %3, gelesen von %4 in %5 ms</translation>
     </message>
     <message>
         <source>Cannot save %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann nicht gespeichert werden</translation>
     </message>
     <message>
         <source>Export</source>
-        <translation type="unfinished"></translation>
+        <translation>Exportieren</translation>
     </message>
     <message>
         <source>Exported %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 exportiert</translation>
     </message>
     <message>
         <source>%1 could not be written: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 konnte nicht geschrieben werden: %2</translation>
     </message>
 </context>
 <context>
     <name>OVFilterContainer</name>
     <message>
         <source>Box Blur (small)</source>
-        <translation type="unfinished"></translation>
+        <translation>Box-Weichzeichner (schwach)</translation>
     </message>
     <message>
         <source>Box Blur (large)</source>
-        <translation type="unfinished"></translation>
+        <translation>Box-Weichzeichner (stark)</translation>
     </message>
 </context>
 <context>
     <name>OVGreyscale</name>
     <message>
         <source>Grey-scale</source>
-        <translation type="unfinished"></translation>
+        <translation>Graustufen</translation>
     </message>
 </context>
 <context>
     <name>OVSampleBrushes</name>
     <message>
         <source>Basic brushes</source>
-        <translation type="unfinished"></translation>
+        <translation>Einfache Pinsel</translation>
     </message>
 </context>
 <context>
     <name>OVToolsContainer</name>
     <message>
         <source>Hand</source>
-        <translation type="unfinished"></translation>
+        <translation>Hand</translation>
     </message>
     <message>
         <source>Drag the image to scroll it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Bild ziehen, um es zu verschieben.</translation>
     </message>
     <message>
         <source>Zoom</source>
-        <translation type="unfinished"></translation>
+        <translation>Zoom</translation>
     </message>
     <message>
         <source>Click to zoom in, Alt-click to zoom out.</source>
-        <translation type="unfinished"></translation>
+        <translation>Klicken zum Vergrößern, Alt-Klick zum Verkleinern.</translation>
     </message>
     <message>
         <source>Colour Picker</source>
-        <translation type="unfinished"></translation>
+        <translation>Pipette</translation>
     </message>
     <message>
         <source>Click to take the foreground colour from the image.</source>
-        <translation type="unfinished"></translation>
+        <translation>Klicken, um die Vordergrundfarbe aus dem Bild zu übernehmen.</translation>
     </message>
     <message>
         <source>Point sample</source>
-        <translation type="unfinished"></translation>
+        <translation>Einzelner Punkt</translation>
     </message>
     <message>
         <source>3 by 3 average</source>
-        <translation type="unfinished"></translation>
+        <translation>3 x 3 Mittelwert</translation>
     </message>
     <message>
         <source>5 by 5 average</source>
-        <translation type="unfinished"></translation>
+        <translation>5 x 5 Mittelwert</translation>
     </message>
     <message>
         <source>Scroll all windows</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Fenster verschieben</translation>
     </message>
 </context>
 </TS>

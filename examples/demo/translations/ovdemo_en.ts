@@ -144,6 +144,10 @@
         <source>core demo editor</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Show the library&apos;s diagnostics in the headless mode.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>OVDemoWindow</name>
