@@ -3,6 +3,7 @@
 // --headless, opens the given images through the readers pool, adjusts and writes them, and
 // prints one line per file. It shuts down in the editor's order in both modes.
 
+#include "OVDemoCoreConfig.h"
 #include "OVDemoHeadless.h"
 #include "OVDemoHost.h"
 #include "OVDemoWindow.h"
@@ -51,6 +52,8 @@ int main(int argc, char** argv)
     if (headless && !HasArgument(argc, argv, "--verbose"))
         g_messages = qInstallMessageHandler(&QuietDebug);
 
+    // The statistics clients read their configuration while the application object is made.
+    OVDemoCoreConfig::Register();
     OVApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("ovdemo"));
 
