@@ -110,15 +110,16 @@ void OVRecentManagerPrivate::Remove(const QString& path)
 void OVRecentManagerPrivate::SetRecentsNumber(int number)
 {
     recentsNumber = number;
+    // Remove() is given a copy: erasing the list's own element would pull the path from under it.
     while (number >= 1 && recents.size() > number)
-        Remove(recents.last());
+        Remove(QString(recents.last()));
 }
 
 void OVRecentManagerPrivate::SetFavoritesNumber(int number)
 {
     favoritesNumber = number;
     while (number >= 1 && favorites.size() > number)
-        Remove(favorites.last());
+        Remove(QString(favorites.last()));
 }
 
 void OVRecentManagerPrivate::SetItemData(const QString& path, int role, const QVariant& value)
