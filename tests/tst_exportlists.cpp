@@ -112,7 +112,7 @@ void TestExportLists::loading_data()
                                 << "1048576 9000000000";
     QTest::newRow("version and no items") << "Sizes" << version << "";
     QTest::newRow("no version") << "Sizes" << QByteArray("[Sizes]\n0=5\n") << "<defaults>";
-    QTest::newRow("garbage") << "Resolutions" << QByteArray("\x01\xff[[=\n\0\0=]]", 13) << "<defaults>";
+    QTest::newRow("garbage") << "Resolutions" << QByteArray("\x01\xff[[=\n\0\0=]]", 11) << "<defaults>";
     QTest::newRow("folder") << "Resolutions" << QByteArray("<dir>") << "<defaults>";
 }
 
