@@ -3,9 +3,9 @@
 
 #include "private/OVRecentList_p.h"
 
-#include <QDataStream>
 #include <QDir>
 #include <QFile>
+#include <QtEndian>
 
 namespace {
 
@@ -15,14 +15,11 @@ bool Write(const QString& folder, const QString& name, const QByteArray& bytes)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
-// A count followed by the given strings, whatever the count says.
+// The stored form of the strings, with its count replaced by one that lies.
 QByteArray Counted(qint32 count, const QStringList& strings)
 {
-    QByteArray bytes;
-    QDataStream out(&bytes, QIODevice::WriteOnly);
-    out << count;
-    for (const QString& s : strings)
-        out << s;
+    QByteArray bytes = OVRecentList::Encode(strings);
+    qToBigEndian(count, bytes.data());
     return bytes;
 }
 
