@@ -3,6 +3,7 @@
 
 #include "OVTestSupport.h"
 
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
@@ -218,6 +219,23 @@ private slots:
             for (int x = 0; x < picture.width(); x += 4)
                 colours.insert(picture.pixel(x, y));
         QVERIFY2(colours.size() > 16, qPrintable(QString::number(colours.size())));
+
+        // Both files were pushed to the recent list, the one opened last first; the list was
+        // written to "user.ini" at shutdown in its stored form (a count, then the paths).
+        const QSettings user(QDir::homePath() + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini"),
+                             QSettings::IniFormat);
+        QDataStream stream(user.value(QStringLiteral("RecentFiles")).toByteArray());
+        qint32 count = 0;
+        stream >> count;
+        QStringList recents;
+        for (qint32 i = 0; i < count; ++i) {
+            QString path;
+            stream >> path;
+            recents << path;
+        }
+        QCOMPARE(QSet<QString>(recents.begin(), recents.end()),
+                 (QSet<QString>{Image("a.png"), Image("b.jpg")}));
+
         const QString copy = qEnvironmentVariable("OV_DEMO_SCREENSHOT");
         if (!copy.isEmpty()) {
             QFile::remove(copy);

@@ -6,6 +6,7 @@
 #include "OVBrushToolManager.h"
 #include "OVImageFileManager.h"
 #include "OVImageFileWriter.h"
+#include "OVRecentManager.h"
 #include "OVToolBarManager.h"
 #include "OVToolGroupManager.h"
 #include "OVToolWidgetManager.h"
@@ -30,6 +31,8 @@ const Registry kRegistries[] = {
     {&OVAdjustmentManager::InitInstance, &OVAdjustmentManager::ReleaseInstance},
     {&OVBrushToolManager::InitInstance, &OVBrushToolManager::ReleaseInstance},
     {&OVMenuManager::InitInstance, &OVMenuManager::ReleaseInstance},
+    // Reads its lists from "user.ini" when made and writes them back when released.
+    {&OVRecentManager::InitInstance, &OVRecentManager::ReleaseInstance},
     {&OVToolBarManager::InitInstance, &OVToolBarManager::ReleaseInstance},
     {&OVToolWidgetManager::InitInstance, &OVToolWidgetManager::ReleaseInstance},
     {&OVToolGroupManager::InitInstance, &OVToolGroupManager::ReleaseInstance},

@@ -1,10 +1,13 @@
 #include "OVDemoWindow.h"
 
+#include "OVDemoLists.h"
+
 #include "OVAdjustment.h"
 #include "OVAdjustmentManager.h"
 #include "OVApplication.h"
 #include "OVImageFileManager.h"
 #include "OVMenuManager.h"
+#include "OVRecentManager.h"
 #include "OVToolBarManager.h"
 #include "OVToolWidgetManager.h"
 
@@ -32,6 +35,8 @@
 #include <QToolBar>
 #include <QWindow>
 
+#include <cmath>
+
 namespace {
 
 // Menu ids of the host's own entries.
@@ -39,6 +44,7 @@ enum HostEntry
 {
     FileOpen = 10,
     FileOpenRecent = 20,
+    FileFavourite = 25,
     FileExport = 30,
     FileQuit = 1000,
     ImageAdjustments = 10,
@@ -149,6 +155,10 @@ void OVDemoWindow::BuildFileMenu()
         OpenFiles(files);
     });
 
+    OVDemoLists::AddFileEntries(
+        FileOpenRecent, FileFavourite, [this](const QString& path) { OpenFiles({path}); },
+        [this] { return Current() ? Current()->path : QString(); });
+
     QAction* exportAction = OVMenuManager::CreateAction(OVMenuManager::File, FileExport);
     exportAction->setText(tr("&Export..."));
     exportAction->setShortcut(QKeySequence(tr("Ctrl+E")));
@@ -249,6 +259,8 @@ void OVDemoWindow::OnOpened(const OVDemoImage& result)
         return;
     }
     m_documents << Document{result.path, result.image};
+    if (OVRecentManager* recent = OVRecentManager::GetInstance())
+        recent->PushRecent(result.path);
     QScrollArea* area = new QScrollArea;
     area->setAlignment(Qt::AlignCenter);
     area->setWidget(new QLabel);
@@ -328,14 +340,29 @@ void OVDemoWindow::Export()
         QStringLiteral(".png");
     const QString path = QFileDialog::getSaveFileName(this, tr("Export"), suggested,
                                                       OVImageFileManager::GetFilterForWrite(), &selected);
-    if (path.isEmpty())
+    OVDemoLists::ExportOptions options;
+    if (path.isEmpty() || !OVDemoLists::AskExportOptions(this, &options))
         return;
     OVApplication::SetPathExport(QFileInfo(path).absolutePath());
+    QImage image = OVDemoLists::Fit(document->image, options.resolution);
     QString error;
-    if (m_host.Write(document->image, path, &error))
-        m_status->setText(tr("Exported %1").arg(path));
-    else
+    bool written = m_host.Write(image, path, &error);
+    // Over the chosen size: smaller by the square root of the excess, a few times at most.
+    for (int attempt = 0; written && options.maxBytes > 0 && attempt < 4; ++attempt) {
+        const qint64 bytes = QFileInfo(path).size();
+        if (bytes <= options.maxBytes)
+            break;
+        const double scale = std::sqrt(double(options.maxBytes) / double(bytes)) * 0.95;
+        image = image.scaled(image.size() * scale, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        written = m_host.Write(image, path, &error);
+    }
+    if (written) {
+        m_status->setText(tr("Exported %1 (%2 x %3)").arg(path).arg(image.width()).arg(image.height()));
+        if (OVRecentManager* recent = OVRecentManager::GetInstance())
+            recent->PushRecent(path);
+    } else {
         QMessageBox::warning(this, tr("Export"), tr("%1 could not be written: %2").arg(path, error));
+    }
 }
 
 void OVDemoWindow::ShowDocument(int index)

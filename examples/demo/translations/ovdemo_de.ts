@@ -150,6 +150,41 @@
     </message>
 </context>
 <context>
+    <name>OVDemoLists</name>
+    <message>
+        <source>No recent files</source>
+        <translation>Keine zuletzt geöffneten Dateien</translation>
+    </message>
+    <message>
+        <source>Open &amp;Recent</source>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>&amp;Favourite</source>
+        <translation>&amp;Favorit</translation>
+    </message>
+    <message>
+        <source>Export options</source>
+        <translation>Exportoptionen</translation>
+    </message>
+    <message>
+        <source>As it is</source>
+        <translation>Unverändert</translation>
+    </message>
+    <message>
+        <source>Fit into:</source>
+        <translation>Einpassen in:</translation>
+    </message>
+    <message>
+        <source>Any</source>
+        <translation>Beliebig</translation>
+    </message>
+    <message>
+        <source>Largest file:</source>
+        <translation>Größte Datei:</translation>
+    </message>
+</context>
+<context>
     <name>OVDemoWindow</name>
     <message>
         <source>core demo editor</source>
@@ -228,12 +263,12 @@
         <translation>Exportieren</translation>
     </message>
     <message>
-        <source>Exported %1</source>
-        <translation>%1 exportiert</translation>
-    </message>
-    <message>
         <source>%1 could not be written: %2</source>
         <translation>%1 konnte nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>Exported %1 (%2 x %3)</source>
+        <translation>%1 exportiert (%2 x %3)</translation>
     </message>
 </context>
 <context>

@@ -150,6 +150,41 @@
     </message>
 </context>
 <context>
+    <name>OVDemoLists</name>
+    <message>
+        <source>No recent files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open &amp;Recent</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Favourite</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export options</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>As it is</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fit into:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Any</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Largest file:</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>OVDemoWindow</name>
     <message>
         <source>core demo editor</source>
@@ -226,11 +261,11 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Exported %1</source>
+        <source>%1 could not be written: %2</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 could not be written: %2</source>
+        <source>Exported %1 (%2 x %3)</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
