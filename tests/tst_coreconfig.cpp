@@ -15,62 +15,39 @@ private slots:
     void lookup();
 };
 
+namespace {
+void Row(const char* name, const char* document, const char* path, const QString& expected = QString())
+{
+    QTest::newRow(name) << QString::fromLatin1(document) << QString::fromLatin1(path) << expected;
+}
+} // namespace
+
 void TestCoreConfig::lookup_data()
 {
     QTest::addColumn<QString>("document");
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("expected");
 
-    QTest::newRow("value") << "basic"
-                           << "node1/A0"
-                           << "k";
-    QTest::newRow("missing value") << "basic"
-                                   << "node1/A2" << QString();
-    QTest::newRow("main is not a segment") << "basic"
-                                           << "main/node1/A0" << QString();
-    QTest::newRow("case-sensitive") << "basic"
-                                    << "Node1/A0" << QString();
-    QTest::newRow("empty path") << "basic"
-                                << "" << QString();
-    QTest::newRow("hex between blanks and newlines") << "wrapped"
-                                                     << "node1/A0"
-                                                     << "k";
-
+    Row("value", "basic", "node1/A0", "k");
+    Row("missing value", "basic", "node1/A2");
+    Row("main is not a segment", "basic", "main/node1/A0");
+    Row("case-sensitive", "basic", "Node1/A0");
+    Row("empty path", "basic", "");
+    Row("hex between blanks and newlines", "wrapped", "node1/A0", "k");
     // The first "main" in document order, deep inside another element.
-    QTest::newRow("main below the root") << "nested"
-                                         << "node1/A0"
-                                         << "first";
-    QTest::newRow("blanks kept") << "nested"
-                                 << "node1/A5"
-                                 << " word ";
-    QTest::newRow("text of everything below") << "nested"
-                                              << "node1/A4"
-                                              << "acd";
-    QTest::newRow("container text") << "nested"
-                                    << "node1"
-                                    << "first word acd";
-    QTest::newRow("only the first node1") << "nested"
-                                          << "node1/A2" << QString();
-    QTest::newRow("no backtracking") << "nested"
-                                     << "node2/A3" << QString();
-    QTest::newRow("trailing empty segment") << "nested"
-                                            << "node1/A0/" << QString();
-
-    QTest::newRow("10 MB") << "big"
-                           << "node1/A2"
-                           << "end";
-    QTest::newRow("10 MB value") << "big"
-                                 << "node1/A0" << QString(5000000, QLatin1Char('v'));
-    QTest::newRow("not hex") << "words"
-                             << "node1/A0" << QString();
-    QTest::newRow("not XML") << "unclosed"
-                             << "node1/A0" << QString();
-    QTest::newRow("no main") << "nomain"
-                             << "node1/A0" << QString();
-    QTest::newRow("empty") << "empty"
-                           << "node1/A0" << QString();
-    QTest::newRow("no resource") << ""
-                                 << "node1/A0" << QString();
+    Row("main below the root", "nested", "node1/A0", "first");
+    Row("blanks kept", "nested", "node1/A5", " word ");
+    Row("text of everything below", "nested", "node1", "first word acd");
+    Row("only the first node1", "nested", "node1/A2");
+    Row("no backtracking", "nested", "node2/A3");
+    Row("trailing empty segment", "nested", "node1/A0/");
+    Row("10 MB", "big", "node1/A2", "end");
+    Row("10 MB value", "big", "node1/A0", QString(5000000, QLatin1Char('v')));
+    Row("not hex", "words", "node1/A0");
+    Row("not XML", "unclosed", "node1/A0");
+    Row("no main", "nomain", "node1/A0");
+    Row("empty", "empty", "node1/A0");
+    Row("no resource", "", "node1/A0");
 }
 
 void TestCoreConfig::lookup()
@@ -82,9 +59,7 @@ void TestCoreConfig::lookup()
     const QString rcc = QStringLiteral(OV_CORE_RCC_DIR "/%1.rcc").arg(document);
     QVERIFY(document.isEmpty() || QResource::registerResource(rcc));
     const QString value = ReadCoreConfigValue(path);
-    if (!document.isEmpty())
-        QVERIFY(QResource::unregisterResource(rcc));
-
+    QVERIFY(document.isEmpty() || QResource::unregisterResource(rcc));
     QCOMPARE(value, expected);
     QCOMPARE(value.isNull(), expected.isNull());
 }

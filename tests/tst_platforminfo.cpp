@@ -5,7 +5,6 @@
 #include "OVTestSupport.h"
 #include "private/OVSystemInfo_p.h"
 
-#include <QFile>
 #include <QRegularExpression>
 #include <QSysInfo>
 
@@ -32,30 +31,20 @@ void TestPlatformInfo::nameKeepsFirstResult()
 
 void TestPlatformInfo::version()
 {
-    OVTest::LogCapture log;
-    const OVApplication::OSVersion version = OVApplication::GetOSVersion();
-    QCOMPARE(OVApplication::GetOSVersion(), version);
-    const QString text = OVApplication::GetOSVersionString();
-    const QStringList lines = log.Matching(QStringLiteral("Version "));
 #ifdef Q_OS_WIN
-    QVERIFY(version != OVApplication::Unknown);
-    QCOMPARE(lines.size(), 1);
-    const QStringList numbers = text.split(QLatin1Char('.'));
-    QVERIFY(lines.first().endsWith(
-        QStringLiteral(". Version %1.%2 build %3\"").arg(numbers[0], numbers[1], numbers[2])));
-#else
-    // Other systems have no Windows version: no name, no log line, and the kernel's numbers.
-    QCOMPARE(version, OVApplication::Unknown);
-    QVERIFY(lines.isEmpty());
+    QSKIP("The Windows answers are checked by the platform layer's own test program");
+#endif
+    // No Windows version here: no name and no version line, and the kernel's numbers.
+    OVTest::LogCapture log;
+    QCOMPARE(OVApplication::GetOSVersion(), OVApplication::Unknown);
+    QVERIFY(log.Matching(QStringLiteral("Version ")).isEmpty());
     const QRegularExpressionMatch kernel =
         QRegularExpression(QStringLiteral("^(\\d+)(?:\\.(\\d+))?(?:\\.(\\d+))?"))
             .match(QSysInfo::kernelVersion());
-    QVERIFY(kernel.hasMatch());
-    QCOMPARE(text, QStringLiteral("%1.%2.%3")
-                       .arg(kernel.captured(1).toInt())
-                       .arg(kernel.captured(2).toInt())
-                       .arg(kernel.captured(3).toInt()));
-#endif
+    QCOMPARE(OVApplication::GetOSVersionString(), QStringLiteral("%1.%2.%3")
+                                                      .arg(kernel.captured(1).toInt())
+                                                      .arg(kernel.captured(2).toInt())
+                                                      .arg(kernel.captured(3).toInt()));
     QCOMPARE(OVApplication::GetOSType(), OVApplication::Workstation);
 }
 
@@ -68,17 +57,12 @@ void TestPlatformInfo::screens()
 
 void TestPlatformInfo::deviceIdAndRegion()
 {
-    const QString id = MakeDeviceId();
-    QCOMPARE(MakeDeviceId(), id);
-    QVERIFY2(QRegularExpression(QStringLiteral("^[0-9A-F]{4}(-[0-9A-F]{4}){5,}$")).match(id).hasMatch(),
-             qPrintable(id));
-    QFile machineId(QStringLiteral("/etc/machine-id"));
-    if (machineId.open(QIODevice::ReadOnly) && machineId.readAll().trimmed().size() == 32)
-        QCOMPARE(id.split(QLatin1Char('-')).size(), 14);
-
+    // The platform layer's own test checks the words; here the text crosses into Qt whole.
+    QVERIFY(QRegularExpression(QStringLiteral("^[0-9A-F]{4}(-[0-9A-F]{4}){5,}$"))
+                .match(MakeDeviceId())
+                .hasMatch());
     const QString region = GetSystemRegion();
-    QVERIFY2(region == QLatin1String("Unknown") || (region.size() > 1 && region.endsWith(QChar(0))),
-             qPrintable(region));
+    QVERIFY(region == QLatin1String("Unknown") || (region.size() > 1 && region.endsWith(QChar(0))));
 }
 
 OV_TEST_MAIN(TestPlatformInfo)

@@ -1,26 +1,16 @@
-# Makes one ".rcc" file that holds a resource "core" from a document, the way a host embeds its
-# telemetry configuration: the document's bytes as hexadecimal text.
-#
-#   cmake -DSOURCE=<file> -DFORM=<hex|wrapped|raw|big> -DOUTPUT=<file.rcc> -DRCC=<rcc> -P MakeCoreResource.cmake
-#
-# hex: the hex text; wrapped: the hex text broken by blanks and newlines; raw: the file as it
-# is; big: the hex text with "@BODY@" replaced by five million "v" (about 10 MB of text).
-file(READ "${SOURCE}" content HEX)
-if(FORM STREQUAL "raw")
+# Makes one ".rcc" file holding the resource "core" from a document, the way a host embeds its
+# telemetry configuration:
+#   cmake -DSOURCE=<file> -DOUTPUT=<file.rcc> -DRCC=<rcc> -P MakeCoreResource.cmake
+# An ".xml" document becomes hexadecimal text, with "@BODY@" replaced by five million "v" (about
+# 10 MB of text); a ".raw" file is taken as it is.
+if(SOURCE MATCHES "\\.raw$")
     file(READ "${SOURCE}" content)
-elseif(FORM STREQUAL "wrapped")
-    string(REGEX REPLACE "([0-9a-f][0-9a-f][0-9a-f][0-9a-f][0-9a-f][0-9a-f])" "\\1 \n" content "${content}")
-elseif(FORM STREQUAL "big")
+else()
+    file(READ "${SOURCE}" content HEX)
     string(REPEAT "76" 5000000 body)
     string(REPLACE "40424f445940" "${body}" content "${content}")
 endif()
-get_filename_component(folder "${OUTPUT}" DIRECTORY)
-get_filename_component(name "${OUTPUT}" NAME_WE)
-set(work "${folder}/${name}")
-file(MAKE_DIRECTORY "${work}")
+string(REGEX REPLACE "\\.rcc$" "" work "${OUTPUT}")
 file(WRITE "${work}/core" "${content}")
 file(WRITE "${work}/core.qrc" "<RCC><qresource prefix=\"/\"><file>core</file></qresource></RCC>\n")
-execute_process(COMMAND "${RCC}" -binary "${work}/core.qrc" -o "${OUTPUT}" RESULT_VARIABLE failed)
-if(failed)
-    message(FATAL_ERROR "rcc failed for ${SOURCE}")
-endif()
+execute_process(COMMAND "${RCC}" -binary "${work}/core.qrc" -o "${OUTPUT}" COMMAND_ERROR_IS_FATAL ANY)
