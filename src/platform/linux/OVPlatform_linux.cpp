@@ -95,6 +95,10 @@ bool QueryMachineGuid(std::u16string* text)
 
 bool QueryCountryName(std::u16string* name)
 {
+#ifndef __GLIBC__
+    static_cast<void>(name);
+    return false;
+#else
     // The English territory name of the locale the environment selects; the C locale has none.
     locale_t locale = newlocale(LC_IDENTIFICATION_MASK, "", locale_t(0));
     if (!locale)
@@ -109,6 +113,7 @@ bool QueryCountryName(std::u16string* name)
     // Counted with its terminating null, as the Windows call counts it.
     *name += u'\0';
     return true;
+#endif
 }
 
 } // namespace OVPlatform

@@ -15,9 +15,6 @@
 
 #ifdef _MSC_VER
 #include <intrin.h>
-#pragma comment(lib, "iphlpapi.lib")
-#pragma comment(lib, "advapi32.lib")
-#pragma comment(lib, "user32.lib")
 // GetVersionExW is deprecated, but its answer, shaped by the process manifest, is the one wanted.
 #pragma warning(disable : 4996)
 #else
