@@ -154,9 +154,8 @@ private:
         Save();
     }
 
-    // Writes every item and removes every other key of the group. Removing only the keys past
-    // the new count would leave a key behind a gap in the indices (a file holding 0, 1 and 3),
-    // which a later save filling the gap would bring back as an item.
+    // Writes every item, then removes the keys from the new count up to the number of keys the
+    // group held before, so that a shortened list leaves no entries behind it.
     void Save()
     {
         if (filePath.isEmpty())
@@ -164,14 +163,11 @@ private:
         QSettings settings(filePath, QSettings::IniFormat);
         settings.setValue(QStringLiteral("Version"), QStringLiteral("2.3.0"));
         settings.beginGroup(Table::Group());
-        QStringList stale = settings.childKeys();
-        for (int i = 0; i < items.size(); ++i) {
-            const QString key = QString::number(i);
-            settings.setValue(key, Table::Store(items.at(i)));
-            stale.removeAll(key);
-        }
-        for (const QString& key : stale)
-            settings.remove(key);
+        const int keysBefore = settings.childKeys().size();
+        for (int i = 0; i < items.size(); ++i)
+            settings.setValue(QString::number(i), Table::Store(items.at(i)));
+        for (int i = items.size(); i < keysBefore; ++i)
+            settings.remove(QString::number(i));
         settings.endGroup();
     }
 
