@@ -133,6 +133,8 @@ void OVDemoHost::Stop()
         files->Register(OVImageFileManager::SaveHook(nullptr), nullptr);
     }
     OVImageFileManager::ReleaseReadersPool();
+    // Plug-ins write what they still hold before they go.
+    OVApplication::FlushData();
     OVApplication::UnloadPlugins();
     for (const Registry& registry : kRegistries)
         registry.release();
