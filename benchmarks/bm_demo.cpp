@@ -1,7 +1,7 @@
 // The demo host's opening path, side by side in one run:
 // - 200 (and 50) generated 4-megapixel JPEG files opened headless through the readers pool
 //   (the demo's batch: a reader borrowed per file on worker threads) with idealThreadCount()
-//   workers and with one worker, against the floor, plain QImageReader in the same number of
+//   workers and with one worker, against the floor, plain QImageReader in the same numbers of
 //   threads without the library; each with the peak resident size of the run;
 // - the cold start: the demo host run headless on one image (start-up, decode, write,
 //   shutdown) against a bare Qt program that reads and writes the same image.
@@ -84,19 +84,21 @@ enum Mode
 {
     PoolIdeal = 0,
     PoolOne = 1,
-    Floor = 2
+    Floor = 2,
+    // The floor on one thread: how far the machine itself lets decoding scale.
+    FloorOne = 3
 };
 
 void Open(benchmark::State& state)
 {
     const Mode mode = Mode(state.range(0));
     const QStringList files = s_files.mid(0, int(state.range(1)));
-    const int threads = mode == PoolOne ? 1 : QThread::idealThreadCount();
+    const int threads = mode == PoolOne || mode == FloorOne ? 1 : QThread::idealThreadCount();
     int decoded = 0;
     ResetPeakRss();
     for (auto _ : state) {
         decoded = 0;
-        if (mode == Floor) {
+        if (mode == Floor || mode == FloorOne) {
             QThreadPool pool;
             pool.setMaxThreadCount(threads);
             QAtomicInt count;
@@ -162,9 +164,11 @@ BENCHMARK(Open)
     ->Args({PoolIdeal, 50})
     ->Args({PoolOne, 50})
     ->Args({Floor, 50})
+    ->Args({FloorOne, 50})
     ->Args({PoolIdeal, kMaxFiles})
     ->Args({PoolOne, kMaxFiles})
     ->Args({Floor, kMaxFiles})
+    ->Args({FloorOne, kMaxFiles})
     ->Iterations(1)
     ->Repetitions(3)
     ->ReportAggregatesOnly(true)
