@@ -34,6 +34,7 @@ namespace {
 // offset, size).
 constexpr qint64 HeaderSize = 128;
 constexpr qint64 TagTableEntry = 12;
+constexpr qint64 FirstRead = 4096;
 
 struct ProfileCloser
 {
@@ -94,23 +95,35 @@ bool IsComplete(const QByteArray& bytes)
 
 // The bytes of the profile in a file, or nothing when the file cannot hold one. With a
 // colour space given, a file whose header names another one is turned away after the
-// header.
+// header. The first read takes up to one page, which holds the whole of most RGB profiles.
 QByteArray ReadProfileFile(const QString& path, const quint32* colorSpace)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return QByteArray();
-    char header[HeaderSize];
-    if (file.read(header, HeaderSize) != HeaderSize)
+    char start[FirstRead];
+    const qint64 got = file.read(start, FirstRead);
+    if (got < HeaderSize)
         return QByteArray();
-    const qint64 size = DeclaredSize(header);
-    if (size == 0 || (colorSpace && HeaderColorSpace(header) != *colorSpace) || size > file.size())
+    const qint64 size = DeclaredSize(start);
+    if (size == 0 || (colorSpace && HeaderColorSpace(start) != *colorSpace))
         return QByteArray();
-    QByteArray bytes(int(size), Qt::Uninitialized);
-    std::memcpy(bytes.data(), header, HeaderSize);
-    if (file.read(bytes.data() + HeaderSize, size - HeaderSize) != size - HeaderSize)
+    if (size <= got)
+        return QByteArray(start, int(size));
+    if (got < FirstRead || size > file.size())
+        return QByteArray();
+    QByteArray bytes(start, int(got));
+    bytes.resize(int(size));
+    if (file.read(bytes.data() + got, size - got) != size - got)
         return QByteArray();
     return bytes;
+}
+
+// Every empty profile shares one record.
+const QExplicitlySharedDataPointer<OVCMSProfileData>& Empty()
+{
+    static const QExplicitlySharedDataPointer<OVCMSProfileData> empty(new OVCMSProfileData);
+    return empty;
 }
 
 QString ReadDescription(const QByteArray& bytes)
@@ -131,7 +144,7 @@ QString ReadDescription(const QByteArray& bytes)
 } // namespace
 
 OVCMSProfile::OVCMSProfile()
-    : d(new OVCMSProfileData)
+    : d(Empty())
 {}
 
 OVCMSProfile::OVCMSProfile(const OVCMSProfile& other) = default;
@@ -156,12 +169,15 @@ bool OVCMSProfile::LoadFromData(const QByteArray& data)
 
 bool OVCMSProfile::Adopt(QByteArray bytes, const QString& path)
 {
-    d = new OVCMSProfileData;
-    if (!IsComplete(bytes))
+    if (!IsComplete(bytes)) {
+        d = Empty();
         return false;
-    d->colorSpace = HeaderColorSpace(bytes.constData());
-    d->bytes = std::move(bytes);
-    d->filePath = path;
+    }
+    auto* data = new OVCMSProfileData;
+    data->colorSpace = HeaderColorSpace(bytes.constData());
+    data->bytes = std::move(bytes);
+    data->filePath = path;
+    d = data;
     return true;
 }
 
