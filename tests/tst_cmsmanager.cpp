@@ -32,7 +32,8 @@ QList<QPair<QString, QByteArray>> BadProfiles()
             {"size beyond file.icc", Patched(rgb, 0, rgb.size() + 64)},
             {"bad signature.icc", Patched(rgb, 36, 0x61637370 + 1)},
             {"tag past end.icc", Patched(rgb, 136, rgb.size() - 4)},
-            {"tag count past end.icc", Patched(rgb, 128, 0x10000)}};
+            {"tag count past end.icc", Patched(rgb, 128, 0x10000)},
+            {"text count past end.icc", Patched(rgb, rgb.indexOf("mluc") + 8, 0x1000000)}};
 }
 
 } // namespace

@@ -63,8 +63,17 @@ qint64 DeclaredSize(const char* header)
     return size;
 }
 
-// Every tag of the tag table must lie within the profile. Little CMS would quietly drop a
-// tag that does not, and open what is left.
+// A localized text tag ('mluc') whose record count does not fit the tag. Little CMS would
+// allocate for the count as given, which a few bytes can make hundreds of megabytes.
+bool IsLyingText(const char* tag, qint64 size)
+{
+    if (size < 8 || ReadUInt32(tag) != 0x6D6C7563) // 'mluc'
+        return false;
+    return size < 16 || ReadUInt32(tag + 12) != 12 || qint64(ReadUInt32(tag + 8)) * 12 > size - 16;
+}
+
+// Every tag of the tag table must lie within the profile (Little CMS would quietly drop a
+// tag that does not, and open what is left), and no text tag may overstate its length.
 bool TagsWithin(const QByteArray& bytes)
 {
     const char* data = bytes.constData();
@@ -74,7 +83,9 @@ bool TagsWithin(const QByteArray& bytes)
         return false;
     for (qint64 i = 0; i < count; ++i) {
         const char* entry = data + HeaderSize + 4 + i * TagTableEntry;
-        if (qint64(ReadUInt32(entry + 4)) + qint64(ReadUInt32(entry + 8)) > size)
+        const qint64 offset = ReadUInt32(entry + 4);
+        const qint64 length = ReadUInt32(entry + 8);
+        if (offset + length > size || IsLyingText(data + offset, length))
             return false;
     }
     return true;
