@@ -7,7 +7,7 @@
 // and a loaded profile must answer every question about itself.
 
 #include "OVCMSProfile.h"
-#include "OVProfileFixtures.h"
+#include "../tests/support/OVProfileFixtures.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -11,6 +11,8 @@ OV_PACKAGES=(
     liblcms2-dev
     libbenchmark-dev
     clang-format
+    icc-profiles-free
+    colord
 )
 
 ov_ensure_packages() {
