@@ -6,8 +6,8 @@
 // whole input the profile. Loading from memory and from a file of the same bytes must agree,
 // and a loaded profile must answer every question about itself.
 
-#include "OVCMSProfile.h"
 #include "../tests/support/OVProfileFixtures.h"
+#include "OVCMSProfile.h"
 
 #include <QFile>
 #include <QTemporaryDir>
