@@ -1,9 +1,12 @@
 #include "OVDemoHost.h"
 
+#include "OVDemoColour.h"
+
 #include "OVAdjustment.h"
 #include "OVAdjustmentManager.h"
 #include "OVApplication.h"
 #include "OVBrushToolManager.h"
+#include "OVCMSManager.h"
 #include "OVImageFileManager.h"
 #include "OVImageFileWriter.h"
 #include "OVRecentManager.h"
@@ -94,6 +97,7 @@ void OVDemoHost::Start()
     m_started = true;
     for (const Registry& registry : kRegistries)
         registry.init();
+    OVDemoColour::InitInstance();
 
     for (const MenuDefinition& definition : kMenus) {
         QMenu* menu = OVMenuManager::CreateMenu(definition.role, QString());
@@ -138,6 +142,7 @@ void OVDemoHost::Stop()
     OVApplication::UnloadPlugins();
     for (const Registry& registry : kRegistries)
         registry.release();
+    OVCMSManager::ReleaseInstance();
     m_menus.clear();
 }
 

@@ -1,5 +1,6 @@
 #include "OVDemoWindow.h"
 
+#include "OVDemoColour.h"
 #include "OVDemoLists.h"
 
 #include "OVAdjustment.h"
@@ -123,6 +124,8 @@ void OVDemoWindow::Build()
     BuildFileMenu();
     BuildImageMenu();
     BuildHelpMenu();
+    if (QMenu* view = m_host.Menu(OVMenuManager::View))
+        OVDemoColour::AddMenu(view);
     // Entries whose data names an adjustment (the sample filters) apply it to the current image.
     for (OVMenuManager::MenuRole role : {OVMenuManager::Filter, OVMenuManager::Image}) {
         if (QMenu* menu = m_host.Menu(role)) {
