@@ -4,6 +4,7 @@
 #include "OVImageFileFixtures.h"
 #include "OVImageFileManager.h"
 #include "OVTestSupport.h"
+#include "private/OVImageFileManager_p.h"
 
 #include <QSemaphore>
 #include <QSet>
@@ -84,6 +85,7 @@ private slots:
     void poolLastInFirstOut();
     void borrowerBeyondPoolWaits();
     void releaseWaitsForBorrowedReader();
+    void releasePoolAfterMisuse();
     void poolStress();
     void pluginDestroyedWhilePooled();
     void hooks_data();
@@ -260,18 +262,38 @@ void TestImageFileIO::borrowerBeyondPoolWaits()
     for (int i = 0; i < m_n; ++i)
         held.push_back(Manager()->AcquireReader(QStringLiteral("jpg")));
 
+    // With every reader out, the borrower can only get the one that comes back.
     std::atomic<OVImageFileReader*> got{nullptr};
     std::thread borrower([&] { got = Manager()->AcquireReader(QStringLiteral("JPEG")); });
-    QThread::msleep(50);
-    const bool waited = got.load() == nullptr;
     Manager()->ReleaseAcquiredReader(held.front());
     borrower.join();
-    QVERIFY(waited);
-    // The borrower gets the reader that came back.
     QCOMPARE(got.load(), held.front());
     for (OVImageFileReader* reader : held)
         Manager()->ReleaseAcquiredReader(reader);
 }
+
+namespace {
+// Lets a worker go on once the pool waits for the reader it holds.
+QSemaphore s_poolWaits;
+void PoolWaits()
+{
+    s_poolWaits.release();
+}
+
+// Holds a pooled reader until the pool waits for it, then uses it and returns it.
+std::thread HoldUntilWaitedFor(OVTest::CallLog& calls, const QString& format, QSemaphore& borrowed)
+{
+    OVImageFileManagerPrivate::drainWaits = &PoolWaits;
+    return std::thread([&calls, format, &borrowed] {
+        OVImageFileReader* reader = Manager()->AcquireReader(format);
+        borrowed.release();
+        s_poolWaits.tryAcquire(1, 60000);
+        calls.Add(
+            QStringLiteral("returned(%1,%2)").arg(reader->objectName(), reader->GetFormats().join(',')));
+        Manager()->ReleaseAcquiredReader(reader);
+    });
+}
+} // namespace
 
 void TestImageFileIO::releaseWaitsForBorrowedReader()
 {
@@ -280,23 +302,50 @@ void TestImageFileIO::releaseWaitsForBorrowedReader()
     if (m_n < 2)
         QSKIP("Needs two readers per pool entry");
 
-    QSemaphore borrowed;
-    std::atomic<bool> returned{false};
-    std::thread worker([&] {
-        OVImageFileReader* reader = Manager()->AcquireReader(QStringLiteral("jpg"));
-        borrowed.release();
-        QThread::msleep(50);
-        returned = true;
-        Manager()->ReleaseAcquiredReader(reader);
-    });
-    borrowed.acquire();
-    m_calls.Take();
     // The worker holds the last reader made; taking out the first, which is idle, waits for
     // the worker's to come back, since it needs the whole entry idle.
+    QSemaphore borrowed;
+    std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("jpg"), borrowed);
+    borrowed.acquire();
+    m_calls.Take();
     Manager()->ReleaseReader(a->Readers().first());
-    QVERIFY(returned);
     worker.join();
-    QCOMPARE(m_calls.Take(), QStringList{"A.ReleaseReader(A.r1)"});
+    OVImageFileManagerPrivate::drainWaits = nullptr;
+    QCOMPARE(m_calls.Take(),
+             (QStringList{QStringLiteral("returned(A.r%1,jpg)").arg(m_n), "A.ReleaseReader(A.r1)"}));
+}
+
+void TestImageFileIO::releasePoolAfterMisuse()
+{
+    // A plug-in that deletes the readers it gets back, and readers returned more often than
+    // they were lent: each reader still goes back once, and not while a worker holds it.
+    FakeImagePlugin* a = Add(QStringLiteral("A jpg:r png:r disposes"));
+    OVImageFileManager::InitReadersPool();
+    QStringList names;
+    for (const OVTest::FakeReader* reader : a->Readers())
+        names << reader->objectName();
+    for (const char* format : {"jpg", "png"}) {
+        OVImageFileReader* reader = Manager()->AcquireReader(QLatin1String(format));
+        Manager()->ReleaseAcquiredReader(reader);
+        Manager()->ReleaseAcquiredReader(reader);
+    }
+    // The worker borrows png's top reader while a second copy of it stays idle.
+    QSemaphore borrowed;
+    std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("png"), borrowed);
+    borrowed.acquire();
+    m_calls.Take();
+    OVImageFileManager::ReleaseReadersPool();
+    worker.join();
+    OVImageFileManagerPrivate::drainWaits = nullptr;
+
+    QStringList expected;
+    for (int i = m_n; i > 0; --i)
+        expected << "A.ReleaseReader(" + names.at(i - 1) + ')';
+    expected << "returned(" + names.last() + ",png)";
+    for (int i = 2 * m_n; i > m_n; --i)
+        expected << "A.ReleaseReader(" + names.at(i - 1) + ')';
+    QCOMPARE(m_calls.Take(), expected);
+    QVERIFY(a->Readers().isEmpty());
 }
 
 void TestImageFileIO::poolStress()

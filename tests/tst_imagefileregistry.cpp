@@ -229,6 +229,16 @@ void TestImageFileRegistry::scenarios_data()
                        "write groups: ", "jpg: r=- w=-", "JPG: r=- w=-"}
         << "All (*.JPG)"
         << "";
+    // A plug-in may add to the All group as to any group: unsorted, until a registration
+    // adds a new format to it.
+    const QStringList toAll{"A png:r -gif:r {00000000-0000-0000-0000-000000000001}Mine=gif,png", "B bmp:r"};
+    for (const QStringList& steps : {QStringList{"+A"}, QStringList{"+A", "+B"}}) {
+        const QString read = steps.size() == 1 ? "png gif" : "bmp gif png";
+        QTest::newRow(qPrintable("a plug-in's own formats for the All group, " + steps.join(' ')))
+            << toAll << steps << QStringList(QVector<QString>(steps.size() + 1, "group(All)").toList())
+            << QStringList{"read: " + read, "write: ", "read groups: All", "write groups: "}
+            << "All (*." + QString(read).replace(' ', " *.") + ')' << "";
+    }
     QTest::newRow("the All group stays sorted across plug-ins")
         << QStringList{"A tif:r bmp:r", "B png:r bmp:r ico:r"} << QStringList{"+A", "+B", "/", "xA"}
         << QStringList{"group(All)"}
