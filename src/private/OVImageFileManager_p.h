@@ -126,7 +126,8 @@ public:
     QMap<QString, ReaderPoolEntry*> poolByFormat;
     QList<ReaderPoolEntry*> poolEntries;
     // A reader taken out of the pool keeps its key here, mapped to null, so that returning
-    // it again afterwards does nothing.
+    // it again afterwards does nothing. Kept on purpose: the plug-in may have deleted it, and
+    // putting it back would lend a freed reader.
     QMap<QObject*, ReaderPoolEntry*> poolByReader;
     OVImageFileManager::OpenHook openHook = nullptr;
     void* openHookData = nullptr;
@@ -164,6 +165,7 @@ private:
     static void Refill(ReaderPoolEntry* entry, const std::vector<QObject*>& idle);
 
 public:
-    // Called by Drain() on the draining thread just before it waits for a lent reader.
-    static void (*drainWaits)();
+    // Called by Drain() on the draining thread just before it waits for a lent reader, so
+    // that a test can tell when the pool waits.
+    static OVCORE_EXPORT void (*drainWaits)();
 };

@@ -276,8 +276,9 @@ QStringList OVPluginLoader::WellKnownFiles(OVApplication::PluginsLoadType type) 
 {
     const Folders folders = ReadFolders();
     const QString folder = type == OVApplication::Brushes ? folders.brush : folders.general;
-    // A folder given as an absolute path stands for itself; a relative one is taken from the
-    // application folder.
+    // A folder given as an absolute path stands for itself, as LoadPlugins() finds it; a
+    // relative one is taken from the application folder. Kept so on purpose, so that the
+    // path named is the library that is loaded.
     const QString base = QDir::isAbsolutePath(folder)
                              ? folder
                              : QCoreApplication::applicationDirPath() + QStringLiteral("/%1").arg(folder);
