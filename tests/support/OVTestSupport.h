@@ -42,6 +42,12 @@ private:
     QStringList m_messages;
 };
 
+// The blank-separated words of text, so that a whole expected sequence fits on one line.
+inline QStringList Words(const QString& text)
+{
+    return text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 // Text for a signal argument in a SignalLog entry.
 QString Describe(const QString& value);
 QString Describe(const char* value);
