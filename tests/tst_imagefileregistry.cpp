@@ -321,7 +321,7 @@ void TestImageFileRegistry::duplicateUIDs()
     QVERIFY(Manager()->Unregister(&first));
     QCOMPARE(Manager()->CreateReaderByUID(QStringLiteral("R1")), nullptr);
     QCOMPARE(m_calls.Take(),
-             QStringList({"A.CreateReaderByUID(R1)", "B.CreateReaderByUID(R2)", "A.CreateWriterByUID(W1)"}));
+             OVTest::Words("A.CreateReaderByUID(R1) B.CreateReaderByUID(R2) A.CreateWriterByUID(W1)"));
 }
 
 OV_TEST_MAIN(TestImageFileRegistry)
