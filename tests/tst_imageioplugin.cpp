@@ -117,8 +117,8 @@ void TestImageIOPlugin::roundTrip()
     const QSize size = reader->ReadSize(path);
     QImage none;
     const bool missing = reader->Read(m_dir.filePath(QStringLiteral("missing.png")), none);
-    const bool ok = reader->Read(path, read);
     const QString error = reader->GetErrorString();
+    const bool ok = reader->Read(path, read);
     m->ReleaseAcquiredReader(reader);
 
     QVERIFY(ok);
