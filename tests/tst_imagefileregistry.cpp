@@ -144,37 +144,30 @@ void TestImageFileRegistry::scenarios_data()
     QTest::newRow("read side, then write side; a group is named once")
         << QStringList{jpeg} << QStringList{"+A"}
         << OVTest::Words("group(All) groups() group({J}) group(All) group({J})")
-        << QStringList{"read: bmp jpg png",
-                       "write: bmp jpg png",
-                       "read groups: All {J}",
-                       "write groups: {J}",
-                       "{J} JPEG r=jpg,jpeg w=jpg,jpeg any=jpg,jpeg",
-                       "JPG: r=A w=A",
-                       "jpeg: r=- w=-"}
+        << OVTest::Lines("read: bmp jpg png|write: bmp jpg png|read groups: All {J}|write groups: {J}|{J} "
+                         "JPEG r=jpg,jpeg w=jpg,jpeg any=jpg,jpeg|JPG: r=A w=A|jpeg: r=- w=-")
         << "All (*.bmp *.jpg *.png);;JPEG (*.jpg *.jpeg)"
         << "JPEG (*.jpg *.jpeg)";
 
     QTest::newRow("one format, no group: no save filter")
         << QStringList{"A png:rw"} << QStringList{"+A"} << QStringList{"group(All)", "group(All)"}
-        << QStringList{"read: png", "write: png", "read groups: All", "write groups: ", "png: r=A w=A"}
-        << "All (*.png)"
+        << OVTest::Lines("read: png|write: png|read groups: All|write groups: |png: r=A w=A") << "All (*.png)"
         << "";
 
     const QStringList twoOfPng{"A png:rw gif:r", "B png:r"};
     QTest::newRow("known formats: the later plug-in serves them, no signal")
         << twoOfPng << OVTest::Words("+A / +B") << QStringList{}
-        << QStringList{"read: gif png", "write: png", "read groups: All", "write groups: ", "PNG: r=B w=A"}
+        << OVTest::Lines("read: gif png|write: png|read groups: All|write groups: |PNG: r=B w=A")
         << "All (*.gif *.png)"
         << "";
     QTest::newRow("the later plug-in goes: the earlier one serves again")
         << twoOfPng << OVTest::Words("+A +B / -B") << QStringList{}
-        << QStringList{"read: gif png", "write: png", "read groups: All", "write groups: ", "png: r=A w=A"}
+        << OVTest::Lines("read: gif png|write: png|read groups: All|write groups: |png: r=A w=A")
         << "All (*.gif *.png)"
         << "";
     QTest::newRow("the earlier plug-in goes: the later one keeps serving")
         << twoOfPng << OVTest::Words("+A +B / -A") << QStringList{"group(All)", "group(All)"}
-        << QStringList{"read: png", "write: ", "read groups: All", "write groups: ", "png: r=B w=-"}
-        << "All (*.png)"
+        << OVTest::Lines("read: png|write: |read groups: All|write groups: |png: r=B w=-") << "All (*.png)"
         << "";
 
     // Formats in ascending order; for each, the groups in ascending UID order.
@@ -184,12 +177,8 @@ void TestImageFileRegistry::scenarios_data()
         << QStringList{"group(All)", "group({G})",               // read gif
                        "group(All)", "groups()",   "group({G})", // read png
                        "group(All)", "groups()",   "group({G})"} // write png
-        << QStringList{"read: ",
-                       "write: ",
-                       "read groups: All {G}",
-                       "write groups: {G}",
-                       "{G} Grp r= w= any=",
-                       "png: r=- w=-"}
+        << OVTest::Lines(
+               "read: |write: |read groups: All {G}|write groups: {G}|{G} Grp r= w= any=|png: r=- w=-")
         << "All );;Grp )"
         << "Grp )";
     QTest::newRow("plug-in destroyed: write side first")
@@ -197,28 +186,24 @@ void TestImageFileRegistry::scenarios_data()
         << QStringList{"group(All)", "groups()",   "group({G})", // write png
                        "group(All)", "group({G})",               // read gif
                        "group(All)", "groups()",   "group({G})"} // read png
-        << QStringList{"read: ", "write: ", "read groups: All {G}", "write groups: {G}", "{G} Grp r= w= any="}
+        << OVTest::Lines("read: |write: |read groups: All {G}|write groups: {G}|{G} Grp r= w= any=")
         << "All );;Grp )"
         << "Grp )";
 
     QTest::newRow("an emptied group filled again keeps its name")
         << QStringList{"A jpg:r {J}JPEG=jpg", "B jpg:r {J}Other=jpg"} << OVTest::Words("+A -A / +B")
         << QStringList{"group(All)", "group({J})"}
-        << QStringList{"read: jpg", "write: ", "read groups: All {J}",
-                       "write groups: ", "{J} JPEG r=jpg w= any=jpg"}
+        << OVTest::Lines("read: jpg|write: |read groups: All {J}|write groups: |{J} JPEG r=jpg w= any=jpg")
         << "All (*.jpg);;JPEG (*.jpg)"
         << "";
     QTest::newRow("a group with no readable format exists on the write side only")
         << QStringList{"A raw:w {R}Raw=raw"} << QStringList{"+A"}
         << OVTest::Words("group(All) groups() group({R})")
-        << QStringList{"read: ", "write: raw", "read groups: ", "write groups: {R}",
-                       "{R} Raw r= w=raw any=raw"}
-        << ""
+        << OVTest::Lines("read: |write: raw|read groups: |write groups: {R}|{R} Raw r= w=raw any=raw") << ""
         << "Raw (*.raw)";
     QTest::newRow("upper-case formats are kept but never found")
         << QStringList{"A JPG:r"} << QStringList{"+A"} << QStringList{"group(All)"}
-        << QStringList{"read: JPG",      "write: ",      "read groups: All",
-                       "write groups: ", "jpg: r=- w=-", "JPG: r=- w=-"}
+        << OVTest::Lines("read: JPG|write: |read groups: All|write groups: |jpg: r=- w=-|JPG: r=- w=-")
         << "All (*.JPG)"
         << "";
     // A plug-in may add to the All group as to any group: unsorted, until a registration
@@ -234,7 +219,7 @@ void TestImageFileRegistry::scenarios_data()
     QTest::newRow("the All group stays sorted across plug-ins")
         << QStringList{"A tif:r bmp:r", "B png:r bmp:r ico:r"} << OVTest::Words("+A +B / xA")
         << QStringList{"group(All)"}
-        << QStringList{"read: bmp ico png", "write: ", "read groups: All", "write groups: ", "bmp: r=B w=-"}
+        << OVTest::Lines("read: bmp ico png|write: |read groups: All|write groups: |bmp: r=B w=-")
         << "All (*.bmp *.ico *.png)"
         << "";
 }

@@ -48,6 +48,12 @@ inline QStringList Words(const QString& text)
     return text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
+// The '|'-separated parts of text, for expected lines that hold blanks.
+inline QStringList Lines(const QString& text)
+{
+    return text.split(QLatin1Char('|'));
+}
+
 // Text for a signal argument in a SignalLog entry.
 inline QString Describe(const QString& value)
 {
