@@ -23,9 +23,16 @@ public:
     bool locked = false;
 };
 
-const QStringList kChosenA{QStringLiteral("A.SetChecked(true)")};
-const QStringList kTemporaryT{QStringLiteral("E.SetChecked(true)"),
-                              QStringLiteral("T.SetImplicitChecked(true)")};
+// Set-ups: A chosen; E chosen with T in effect for a while.
+const char* const kChosenA = "A.SetChecked(true) ";
+const char* const kTemporaryT = "E.SetChecked(true) T.SetImplicitChecked(true) ";
+
+// A row: the set-up steps, the steps, the signals the steps emit, and the state after them.
+void Row(const char* name, const QString& setup, const char* steps, const char* emitted, const char* state)
+{
+    QTest::newRow(name) << OVTest::Words(setup) << OVTest::Words(steps) << OVTest::Words(emitted)
+                        << QString::fromLatin1(state);
+}
 
 } // namespace
 
@@ -45,7 +52,7 @@ private slots:
 
 private:
     LockableAction* Action(const QString& name) const;
-    // Runs "X.Slot(arg)", "Activate(X)", "Remove(X)" or "delete X"; Activate's result is
+    // Runs "X.Slot(arg)", "Activate(X)", "Remove(X)" or "delete(X)"; Activate's result is
     // logged as "Activate(X)=result".
     void Run(const QString& step);
     // "explicit=E implicit=E checked=E implied=E,T": the group's two actions and the names of
@@ -97,16 +104,14 @@ LockableAction* TestToolGroup::Action(const QString& name) const
 void TestToolGroup::Run(const QString& step)
 {
     static const QRegularExpression call(QStringLiteral(R"(^(?:(\w)\.)?(\w+)\((\w*)\)$)"));
-    if (step.startsWith(QLatin1String("delete "))) {
-        delete Action(step.mid(7));
-        return;
-    }
     const QRegularExpressionMatch match = call.match(step);
     QVERIFY2(match.hasMatch(), qPrintable(step));
     const QString target = match.captured(1);
     const QByteArray method = match.captured(2).toLatin1();
     const QString argument = match.captured(3);
-    if (target.isEmpty() && method == "Activate") {
+    if (method == "delete") {
+        delete Action(argument);
+    } else if (target.isEmpty() && method == "Activate") {
         const bool result = OVToolGroupManager::Activate(Action(argument));
         m_log.Append(step + QLatin1Char('=') + OVTest::Describe(result));
     } else if (target.isEmpty() && method == "Remove") {
@@ -149,26 +154,19 @@ void TestToolGroup::AddColumns()
 void TestToolGroup::actionStates_data()
 {
     AddColumns();
-    const QStringList none;
-    QTest::newRow("check") << none << QStringList{"S.SetChecked(true)"}
-                           << QStringList{"S.Implicit(true)", "S.Toggled(true)"}
-                           << "explicit=- implicit=- checked=S implied=S";
-    QTest::newRow("uncheck") << QStringList{"S.SetChecked(true)"} << QStringList{"S.SetChecked(false)"}
-                             << QStringList{"S.Implicit(false)", "S.Toggled(false)"}
-                             << "explicit=- implicit=- checked= implied=";
-    QTest::newRow("toggles") << none << OVTest::Words("S.Toggle() S.ImplicitToggle() S.ImplicitToggle()")
-                             << OVTest::Words(
-                                    "S.Implicit(true) S.Toggled(true) S.Implicit(false) S.Implicit(true)")
-                             << "explicit=- implicit=- checked=S implied=S";
+    const char* const checkedS = "explicit=- implicit=- checked=S implied=S";
+    Row("check", "", "S.SetChecked(true)", "S.Implicit(true) S.Toggled(true)", checkedS);
+    Row("uncheck", "S.SetChecked(true)", "S.SetChecked(false)", "S.Implicit(false) S.Toggled(false)",
+        "explicit=- implicit=- checked= implied=");
+    Row("toggles", "", "S.Toggle() S.ImplicitToggle() S.ImplicitToggle()",
+        "S.Implicit(true) S.Toggled(true) S.Implicit(false) S.Implicit(true)", checkedS);
     // Refused changes emit nothing; only the check after AllowChange() is heard.
-    QTest::newRow("not allowed") << QStringList{"S.AllowChange(false)"}
-                                 << OVTest::Words("S.SetChecked(true) S.SetImplicitChecked(true) S.Toggle() "
-                                                  "S.ImplicitToggle() S.AllowChange() S.SetChecked(true)")
-                                 << QStringList{"S.Implicit(true)", "S.Toggled(true)"}
-                                 << "explicit=- implicit=- checked=S implied=S";
-    QTest::newRow("refused by subclass") << QStringList{"S.SetChecked(true)", "S.Lock()"}
-                                         << QStringList{"S.SetChecked(false)", "S.ImplicitToggle()"} << none
-                                         << "explicit=- implicit=- checked=S implied=S";
+    Row("not allowed", "S.AllowChange(false)",
+        "S.SetChecked(true) S.SetImplicitChecked(true) S.Toggle() S.ImplicitToggle() S.AllowChange() "
+        "S.SetChecked(true)",
+        "S.Implicit(true) S.Toggled(true)", checkedS);
+    Row("refused by subclass", "S.SetChecked(true) S.Lock()", "S.SetChecked(false) S.ImplicitToggle()", "",
+        checkedS);
 }
 
 void TestToolGroup::CheckRow()
@@ -190,61 +188,46 @@ void TestToolGroup::CheckRow()
 void TestToolGroup::groupTransitions_data()
 {
     AddColumns();
-    const QStringList none;
+    const char* const onlyB = "explicit=B implicit=B checked=B implied=B";
+    const char* const onlyE = "explicit=E implicit=E checked=E implied=E";
+    const char* const nothing = "explicit=- implicit=- checked= implied=";
+    const QString chosenA = kChosenA;
+    const QString temporaryT = kTemporaryT;
 
     // Activation.
-    QTest::newRow("activate from empty") << none << QStringList{"Activate(B)"}
-                                         << OVTest::Words("B.Implicit(true) B.Toggled(true) Activate(B)=true")
-                                         << "explicit=B implicit=B checked=B implied=B";
-    QTest::newRow("activate over chosen")
-        << kChosenA << QStringList{"Activate(B)"}
-        << OVTest::Words(
-               "A.Implicit(false) A.Toggled(false) B.Implicit(true) B.Toggled(true) Activate(B)=true")
-        << "explicit=B implicit=B checked=B implied=B";
+    Row("activate from empty", "", "Activate(B)", "B.Implicit(true) B.Toggled(true) Activate(B)=true", onlyB);
+    Row("activate over chosen", chosenA, "Activate(B)",
+        "A.Implicit(false) A.Toggled(false) B.Implicit(true) B.Toggled(true) Activate(B)=true", onlyB);
     // The chosen tool takes the implicit state back quietly; only the group misses it.
-    QTest::newRow("activate over temporary")
-        << kTemporaryT << QStringList{"Activate(B)"}
-        << OVTest::Words("T.Implicit(false) E.Implicit(true) E.Implicit(false) E.Toggled(false) "
-                         "B.Implicit(true) B.Toggled(true) Activate(B)=true")
-        << "explicit=B implicit=B checked=B implied=B";
-    QTest::newRow("activate chosen") << kChosenA << QStringList{"Activate(A)"}
-                                     << QStringList{"Activate(A)=true"}
-                                     << "explicit=A implicit=A checked=A implied=A";
-    QTest::newRow("activate with temporary only")
-        << QStringList{"T.SetImplicitChecked(true)"} << QStringList{"Activate(X)"}
-        << QStringList{"T.Implicit(false)", "Activate(X)=true"} << "explicit=- implicit=- checked= implied=";
-    QTest::newRow("chosen refuses") << kChosenA + QStringList{"A.Lock()"} << QStringList{"Activate(B)"}
-                                    << QStringList{"Activate(B)=false"}
-                                    << "explicit=A implicit=A checked=A implied=A";
-    QTest::newRow("temporary refuses")
-        << kTemporaryT + QStringList{"T.Lock()"} << QStringList{"Activate(B)"}
-        << QStringList{"Activate(B)=false"} << "explicit=E implicit=T checked=E implied=T";
+    Row("activate over temporary", temporaryT, "Activate(B)",
+        "T.Implicit(false) E.Implicit(true) E.Implicit(false) E.Toggled(false) B.Implicit(true) "
+        "B.Toggled(true) Activate(B)=true",
+        onlyB);
+    Row("activate chosen", chosenA, "Activate(A)", "Activate(A)=true",
+        "explicit=A implicit=A checked=A implied=A");
+    Row("activate with temporary only", "T.SetImplicitChecked(true)", "Activate(X)",
+        "T.Implicit(false) Activate(X)=true", nothing);
+    Row("chosen refuses", chosenA + "A.Lock()", "Activate(B)", "Activate(B)=false",
+        "explicit=A implicit=A checked=A implied=A");
+    Row("temporary refuses", temporaryT + "T.Lock()", "Activate(B)", "Activate(B)=false",
+        "explicit=E implicit=T checked=E implied=T");
 
     // Members changing their own states.
-    QTest::newRow("temporary over chosen") << kChosenA << QStringList{"T.SetImplicitChecked(true)"}
-                                           << QStringList{"T.Implicit(true)", "A.Implicit(false)"}
-                                           << "explicit=A implicit=T checked=A implied=T";
-    QTest::newRow("temporary ends") << kTemporaryT << QStringList{"T.SetImplicitChecked(false)"}
-                                    << QStringList{"T.Implicit(false)", "E.Implicit(true)"}
-                                    << "explicit=E implicit=E checked=E implied=E";
-    QTest::newRow("chosen unchecked under temporary")
-        << kTemporaryT << QStringList{"E.SetChecked(false)"} << QStringList{"E.Toggled(false)"}
-        << "explicit=- implicit=T checked= implied=T";
+    Row("temporary over chosen", chosenA, "T.SetImplicitChecked(true)", "T.Implicit(true) A.Implicit(false)",
+        "explicit=A implicit=T checked=A implied=T");
+    Row("temporary ends", temporaryT, "T.SetImplicitChecked(false)", "T.Implicit(false) E.Implicit(true)",
+        onlyE);
+    Row("chosen unchecked under temporary", temporaryT, "E.SetChecked(false)", "E.Toggled(false)",
+        "explicit=- implicit=T checked= implied=T");
     // Checking a member directly does not uncheck the chosen one.
-    QTest::newRow("member checked") << kChosenA << QStringList{"B.SetChecked(true)"}
-                                    << OVTest::Words("B.Implicit(true) A.Implicit(false) B.Toggled(true)")
-                                    << "explicit=B implicit=B checked=A,B implied=B";
+    Row("member checked", chosenA, "B.SetChecked(true)", "B.Implicit(true) A.Implicit(false) B.Toggled(true)",
+        "explicit=B implicit=B checked=A,B implied=B");
 
     // Members leaving; a removed member keeps its flags.
-    QTest::newRow("remove temporary")
-        << kTemporaryT << QStringList{"Remove(T)", "T.SetImplicitChecked(false)"}
-        << QStringList{"E.Implicit(true)", "T.Implicit(false)"}
-        << "explicit=E implicit=E checked=E implied=E";
-    QTest::newRow("delete chosen") << kChosenA << QStringList{"delete A"} << none
-                                   << "explicit=- implicit=- checked= implied=";
-    QTest::newRow("delete temporary")
-        << kTemporaryT << QStringList{"delete T"} << QStringList{"E.Implicit(true)"}
-        << "explicit=E implicit=E checked=E implied=E";
+    Row("remove temporary", temporaryT, "Remove(T) T.SetImplicitChecked(false)",
+        "E.Implicit(true) T.Implicit(false)", onlyE);
+    Row("delete chosen", chosenA, "delete(A)", "", nothing);
+    Row("delete temporary", temporaryT, "delete(T)", "E.Implicit(true)", onlyE);
 }
 
 void TestToolGroup::actionStates()
