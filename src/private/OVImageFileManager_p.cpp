@@ -431,8 +431,7 @@ QObject* OVImageFileManagerPrivate::Borrow(ReaderPoolEntry* entry)
     QMutexLocker locker(&entry->lock);
     QObject* reader = entry->readers.back();
     entry->readers.pop_back();
-    const auto out = std::find_if(entry->lent.begin(), entry->lent.end(),
-                                  [reader](const auto& lent) { return lent.first == reader; });
+    const auto out = entry->Lent(reader);
     if (out != entry->lent.end())
         ++out->second;
     else
@@ -446,8 +445,7 @@ void OVImageFileManagerPrivate::GiveBack(ReaderPoolEntry* entry, QObject* reader
         QMutexLocker locker(&entry->lock);
         entry->readers.push_back(reader);
         // A reader that was not out comes back as one more copy on the stack.
-        const auto out = std::find_if(entry->lent.begin(), entry->lent.end(),
-                                      [reader](const auto& lent) { return lent.first == reader; });
+        const auto out = entry->Lent(reader);
         if (out != entry->lent.end() && --out->second == 0) {
             *out = entry->lent.back();
             entry->lent.pop_back();

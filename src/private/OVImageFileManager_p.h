@@ -13,6 +13,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -34,6 +35,12 @@ struct ReaderPoolEntry
     // lent stands on the idle stack more than once, so neither the stack nor the permits tell
     // whether a thread still holds one; these counts do.
     std::vector<std::pair<QObject*, int>> lent;
+
+    std::vector<std::pair<QObject*, int>>::iterator Lent(QObject* reader)
+    {
+        return std::find_if(lent.begin(), lent.end(),
+                            [reader](const auto& out) { return out.first == reader; });
+    }
 };
 
 class OVImageFileManagerPrivate
