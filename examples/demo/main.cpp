@@ -11,9 +11,9 @@
 #include "OVApplication.h"
 
 #include <QCommandLineParser>
+#include <QLoggingCategory>
 #include <QTextStream>
 
-#include <cstdio>
 #include <cstring>
 
 namespace {
@@ -27,20 +27,6 @@ bool HasArgument(int argc, char** argv, const char* name)
     return false;
 }
 
-// In the headless mode the library's diagnostics would mix with the lines scripts read; they
-// are shown only with --verbose.
-QtMessageHandler g_messages = nullptr;
-
-void QuietDebug(QtMsgType type, const QMessageLogContext& context, const QString& message)
-{
-    if (type == QtDebugMsg)
-        return;
-    if (g_messages)
-        g_messages(type, context, message);
-    else
-        std::fprintf(stderr, "%s\n", qPrintable(message));
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -49,8 +35,9 @@ int main(int argc, char** argv)
     const bool headless = HasArgument(argc, argv, "--headless");
     if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The library's diagnostics would mix with the lines scripts read; --verbose shows them.
     if (headless && !HasArgument(argc, argv, "--verbose"))
-        g_messages = qInstallMessageHandler(&QuietDebug);
+        QLoggingCategory::setFilterRules(QStringLiteral("ovcore.debug=false"));
 
     // The statistics clients read their configuration while the application object is made.
     OVDemoCoreConfig::Register();
