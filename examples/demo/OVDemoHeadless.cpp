@@ -10,9 +10,22 @@
 #include <QTextStream>
 
 #include <cstdio>
+#ifdef Q_OS_WIN
+#include <io.h>
+#else
 #include <unistd.h>
+#endif
 
 namespace {
+
+bool IsTerminal(FILE* stream)
+{
+#ifdef Q_OS_WIN
+    return _isatty(_fileno(stream)) != 0;
+#else
+    return isatty(fileno(stream)) != 0;
+#endif
+}
 
 // The output file of one input: its base name with the output format's suffix, made unique
 // within the batch by the input's own suffix.
@@ -32,7 +45,7 @@ int OVDemoRunHeadless(OVDemoHost& host, const OVDemoHeadlessOptions& options)
 {
     QTextStream out(stdout);
     QTextStream err(stderr);
-    const bool terminal = isatty(fileno(stderr));
+    const bool terminal = IsTerminal(stderr);
 
     out << host.PluginSummary() << '\n';
     for (const QString& failed : host.FailedPlugins())
