@@ -3,6 +3,7 @@
 #include "OVApplication.h"
 #include "OVPixelRatioRound.h"
 #include "private/OVBuildLog_p.h"
+#include "private/OVLanguages_p.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -53,6 +54,7 @@ void OVApplicationPrivate::Start()
     QDir().mkpath(userDataFolder);
 
     translationsDir = QDir(OVApplication::GetResourcePath() + QStringLiteral("/translations")).absolutePath();
+    languages = OVLanguages(*this).Scan();
 }
 
 OVApplicationPrivate* OVApplicationPrivate::Instance()
