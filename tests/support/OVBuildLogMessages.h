@@ -1,22 +1,19 @@
 #pragma once
 
-#include <QRegularExpression>
 #include <QStringList>
 
 namespace OVTest {
 
-// The messages of the build-log lines among lines captured from qDebug(), which quotes them and
-// escapes their inner quotes, as the library wrote them.
+// The messages of the build-log lines among lines captured from qDebug() (which quotes a line
+// and escapes its inner quotes), as the library wrote them.
 inline QStringList BuildLogMessages(const QStringList& lines)
 {
-    static const QRegularExpression line(
-        QStringLiteral("^\"Build date=.*\\. Line=\\d+, file=\\\\\"[^\"]*\\\\\"\\. (.*)\"$"));
     QStringList messages;
-    for (const QString& text : lines) {
-        const QRegularExpressionMatch match = line.match(text);
-        if (match.hasMatch())
-            messages << match.captured(1).replace(QStringLiteral("\\\""), QStringLiteral("\""));
-    }
+    for (const QString& line : lines)
+        if (line.startsWith(QLatin1String("\"Build date=")))
+            messages << line.section(QStringLiteral("\\\". "), 1)
+                            .chopped(1)
+                            .replace(QStringLiteral("\\\""), QStringLiteral("\""));
     return messages;
 }
 
