@@ -2,7 +2,6 @@
 // the names in the language loaded last, and the installer's default language.
 
 #include "OVApplication.h"
-#include "OVBuildLogMessages.h"
 #include "OVTestSupport.h"
 
 #include <QDir>
@@ -32,8 +31,9 @@ private slots:
     {
         OVApplication* app = OVApplication::GetInstance();
         QCOMPARE(app->GetLanguages(), QStringList({"de", "ru", "sv"}));
-        QCOMPARE(OVTest::BuildLogMessages(s_startupLog->Matching(QStringLiteral("translations."))),
-                 QStringList({"No en translations.", "No fr translations.", "No pt translations."}));
+        const QStringList missing = s_startupLog->Matching(QStringLiteral(" translations."));
+        QVERIFY(missing.size() == 3 && missing[0].endsWith(QStringLiteral(". No en translations.\"")) &&
+                missing[1].contains(QStringLiteral(" fr ")) && missing[2].contains(QStringLiteral(" pt ")));
 
         OVTest::LogCapture log;
         QCOMPARE(Names(), QStringList({"", "", "", "", ""}));
@@ -46,9 +46,8 @@ private slots:
         // a.qm, b.qm and C.qm load in that order, so C.qm's "English" wins over a.qm's.
         QVERIFY(app->LoadLanguage(QStringLiteral("de")));
         QCOMPARE(Names(), QStringList({"Englisch", "Deutsch", "Russisch", "Swedish", ""}));
-        QCOMPARE(
-            OVTest::BuildLogMessages(log.Messages()),
-            QStringList({"Translations for \"pt\" language not found.", "Load translator \"b.qm\" error."}));
+        QCOMPARE(log.Matching(QStringLiteral(". Translations for \\\"pt\\\" language not found.")).size(), 1);
+        QCOMPARE(log.Matching(QStringLiteral(". Load translator \\\"b.qm\\\" error.")).size(), 1);
         // A second language comes on top of the first, which stays installed beneath it.
         QVERIFY(app->LoadLanguage(QStringLiteral("ru")));
         QCOMPARE(app->GetLanguage(), QStringLiteral("ru"));
