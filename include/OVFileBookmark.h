@@ -13,7 +13,7 @@ class OVCORE_EXPORT OVFileBookmark
 {
 public:
     OVFileBookmark();
-    explicit OVFileBookmark(const QString& path);
+    OVFileBookmark(const QString& path);
     OVFileBookmark(const OVFileBookmark& other);
     OVFileBookmark& operator=(const OVFileBookmark& other);
     ~OVFileBookmark();

@@ -24,7 +24,7 @@ public:
     void SetPosition(double position);
     // The effective colour: the application's background, else its foreground, else black for
     // a user colour, else the stored colour.
-    QColor GetColor() const;
+    QColor GetColor();
     void SetColor(const QColor& color);
     bool IsBackground() const;
     void SetBackground(bool background);

@@ -46,7 +46,7 @@ void OVGradientStop::SetPosition(double position)
     m_position = position;
 }
 
-QColor OVGradientStop::GetColor() const
+QColor OVGradientStop::GetColor()
 {
     if (m_background)
         return OVApplication::GetBackground();
@@ -131,7 +131,7 @@ QVector<QPair<double, QColor>> ToGradientStops(const QList<OVGradientStop>& stop
 {
     QVector<QPair<double, QColor>> result;
     result.reserve(stops.size());
-    for (const OVGradientStop& stop : stops)
+    for (OVGradientStop stop : stops)
         result.append({stop.GetPosition(), stop.GetColor()});
     return result;
 }
@@ -140,7 +140,9 @@ QVector<QPair<double, QColor>> ToReversedStops(const QList<OVGradientStop>& stop
 {
     QVector<QPair<double, QColor>> result;
     result.reserve(stops.size());
-    for (auto it = stops.crbegin(); it != stops.crend(); ++it)
-        result.append({1.0 - it->GetPosition(), it->GetColor()});
+    for (auto it = stops.crbegin(); it != stops.crend(); ++it) {
+        OVGradientStop stop = *it;
+        result.append({1.0 - stop.GetPosition(), stop.GetColor()});
+    }
     return result;
 }
