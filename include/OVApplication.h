@@ -3,6 +3,7 @@
 #include "OVCoreExport.h"
 
 #include <QApplication>
+#include <QBrush>
 #include <QColor>
 #include <QFlags>
 #include <QString>
@@ -178,8 +179,7 @@ public:
 
     // Theme, colours and patterns. The theme is a resource folder with the style sheet
     // "pixel.qss", stored under "Theme/Path"; the colours and the pattern index are kept in
-    // "user.ini" and announced by their signals. GetGradient() returns a QBrush: include
-    // <QBrush> to call it.
+    // "user.ini" and announced by their signals.
     static QString GetName(ThemeType type);
     static ThemeType GetApplicationTheme();
     static void SetApplicationTheme(ThemeType type);
