@@ -15,6 +15,7 @@
 #include <thread>
 #include <vector>
 
+using OVTest::Describe;
 using OVTest::FakeImagePlugin;
 using OVTest::Words;
 
@@ -23,11 +24,6 @@ namespace {
 OVImageFileManager* Manager()
 {
     return OVImageFileManager::GetInstance();
-}
-
-QString Name(const QObject* object)
-{
-    return object ? object->objectName() : QStringLiteral("-");
 }
 
 // Every reader the plug-ins made against every reader they got back, both sorted.
@@ -148,7 +144,7 @@ void TestImageFileIO::createAndRelease()
     OVImageFileReader* byUID = Manager()->CreateReaderByUID(QStringLiteral("RA"));
     OVImageFileWriter* writer = Manager()->CreateWriter(QStringLiteral("Png"));
     OVImageFileWriter* writerByUID = Manager()->CreateWriterByUID(QStringLiteral("WA"));
-    QCOMPARE(Name(fromB) + Name(byUID) + Name(writer) + Name(writerByUID),
+    QCOMPARE(Describe(fromB) + Describe(byUID) + Describe(writer) + Describe(writerByUID),
              QStringLiteral("B.r1A.r1A.w1A.w2"));
     // Unknown formats and UIDs ask no plug-in; a plug-in that makes nothing gives null.
     QCOMPARE(Manager()->CreateReader(QStringLiteral("tif")), nullptr);
@@ -218,7 +214,7 @@ void TestImageFileIO::poolEntries()
     for (const char* format : {"jpeg", "JPG"}) {
         for (int i = 0; i < m_n; ++i) {
             jpegReaders << Manager()->AcquireReader(QLatin1String(format));
-            QCOMPARE(Name(*jpegReaders.begin()).left(3), QStringLiteral("A.r"));
+            QCOMPARE(Describe(*jpegReaders.begin()).left(3), QStringLiteral("A.r"));
         }
         for (OVImageFileReader* reader : qAsConst(jpegReaders))
             Manager()->ReleaseAcquiredReader(reader);
