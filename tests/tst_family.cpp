@@ -41,10 +41,7 @@ void TestFamily::profiles()
 
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("profile.icc"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    file.close();
+    QVERIFY(OVTest::WriteFile(path, bytes));
 
     OVCMSProfile profile;
     QCOMPARE(profile.Load(path), valid);

@@ -45,11 +45,6 @@ void Row(const char* name, const QString& steps, const QString& expected, const 
     QTest::newRow(name) << steps << expected << lists;
 }
 
-QStringList Words(const QString& text)
-{
-    return text.split(' ', Qt::SkipEmptyParts);
-}
-
 } // namespace
 
 class TestRecentManager : public QObject
@@ -137,7 +132,7 @@ void TestRecentManager::sequences()
         {'?', [&](const QString& p) {
              log->Append("data(" + p + ")=" + m->GetItemData(p, 7, "none").toString());
          }}};
-    for (const QString& step : Words(steps))
+    for (const QString& step : OVTest::Words(steps))
         run[step.at(0)](step.mid(2));
     QTEST(log->Entries().join(' '), "expected");
     QTEST((m->GetRecents() << "|" << m->GetFavorites()).join(' '), "lists");
