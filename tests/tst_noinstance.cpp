@@ -46,11 +46,7 @@ void TestNoInstance::defaultsAndHarmlessSetters()
     QCOMPARE(A::GetDataFolder(), QString());
     QCOMPARE(A::GetUserDataFolder(), QString());
     QCOMPARE(A::GetPathOpen(), QString());
-    QCOMPARE(A::IsPNGCompressionVisible(), true);
-    QCOMPARE(A::WarnAboutLayerInfo(), true);
-    QCOMPARE(int(A::GetColorManagementMissingPolicy()), 1);
     QCOMPARE(int(A::GetColorManagementNotEqualPolicy()), 3);
-    QCOMPARE(int(A::GetColorManagementColorSpaceMismatchPolicy()), 0);
     QCOMPARE(A::GetBrushFactory(), nullptr);
     QCOMPARE(A::GetProgressTimeout(), 2000);
 }

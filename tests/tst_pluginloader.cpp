@@ -102,9 +102,9 @@ private:
     QString Brush() const { return Root() + QLatin1Char('/') + Plugins() + QStringLiteral("/brush"); }
     QString General() const { return Root() + QLatin1Char('/') + Plugins() + QStringLiteral("/general"); }
     void WriteIni(const QString& brush, const QString& general);
-    // Copies a fixture library into folder under name (with the platform suffix unless name
-    // has a suffix of its own) and remembers it for clean-up.
-    QString Install(const QString& fixture, const QString& folder, const QString& name);
+    // Copies a fixture library into folder under name (the fixture's by default; with the platform
+    // suffix unless name has a suffix of its own) and remembers it for clean-up.
+    QString Install(const QString& fixture, const QString& folder, QString name = QString());
     void Record(OVTest::SignalLog& log);
 
     QStringList m_tried;
@@ -158,8 +158,10 @@ void TestPluginLoader::WriteIni(const QString& brush, const QString& general)
         ini.setValue(QStringLiteral("general"), general);
 }
 
-QString TestPluginLoader::Install(const QString& fixture, const QString& folder, const QString& name)
+QString TestPluginLoader::Install(const QString& fixture, const QString& folder, QString name)
 {
+    if (name.isEmpty())
+        name = fixture;
     const QString target = folder + QLatin1Char('/') +
                            (name.contains(QLatin1Char('.')) ? name : name + QLatin1Char('.') + kSuffix);
     QFile::remove(target);
@@ -180,8 +182,7 @@ void TestPluginLoader::Record(OVTest::SignalLog& log)
 
 void TestPluginLoader::loadsFoldersInOrder()
 {
-    const QString brush =
-        Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
+    const QString brush = Install(QStringLiteral("brushcontainer"), Brush());
     const QString upper = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("UPPER.SO"));
     const QString image = Install(QStringLiteral("imagecontainer"), General(), QStringLiteral("a_image"));
     const QString empty = Install(QStringLiteral("emptycontainer"), General(), QStringLiteral("b_empty"));
@@ -293,7 +294,7 @@ void TestPluginLoader::wellKnownFlags()
     QFETCH(int, flags);
     QFETCH(QStringList, loaded);
 
-    Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
+    Install(QStringLiteral("brushcontainer"), Brush());
     Install(QStringLiteral("toolcontainer"), Brush(), QStringLiteral("extra"));
     for (const char* name :
          {"adjustments", "filter", "Filter", "imageio", "imageio.v2", "basictools", "generaltools", "other"})
@@ -349,7 +350,7 @@ void TestPluginLoader::missingFolders()
     QFETCH(QStringList, loads);
     QFETCH(bool, finished);
 
-    Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
+    Install(QStringLiteral("brushcontainer"), Brush());
     // QSettings would read the unquoted folder name with a comma as a list.
     const QString folder = ini == QLatin1String("comma") ? General() + QStringLiteral(", v2") : General();
     QVERIFY(QDir().mkpath(folder));
@@ -413,9 +414,8 @@ void TestPluginLoader::explicitFiles()
     OVApplication::LoadPlugins(QStringList{missing, folder, corrupt, image, image});
     OVApplication::LoadPlugin(tool);
     // A plug-in with the brush factory's UID replaces the factory with what it is: none.
-    const QString brush =
-        Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
-    const QString fake = Install(QStringLiteral("fakebrush"), Brush(), QStringLiteral("fakebrush"));
+    const QString brush = Install(QStringLiteral("brushcontainer"), Brush());
+    const QString fake = Install(QStringLiteral("fakebrush"), Brush());
     OVApplication::LoadPlugin(brush);
     QVERIFY(OVApplication::GetBrushFactory());
     OVApplication::LoadPlugin(fake);
@@ -468,8 +468,7 @@ void TestPluginLoader::pluginFileName()
     QFETCH(bool, absoluteFolders);
     if (absoluteFolders)
         WriteIni(Brush(), General());
-    const QString brush =
-        Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
+    const QString brush = Install(QStringLiteral("brushcontainer"), Brush());
     const QString imageio = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("imageio"));
     const QString basic = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("basictools"));
     // Reached through a link, a library is named by its real path.
