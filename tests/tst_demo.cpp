@@ -243,6 +243,22 @@ private slots:
         }
     }
 
+    // The demo's German translation, made by lrelease at build time, once the user picked it.
+    void german()
+    {
+        QSettings user(QDir::homePath() + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini"),
+                       QSettings::IniFormat);
+        user.setValue(QStringLiteral("Language/Index"), QStringLiteral("de"));
+        user.sync();
+        const Run run = RunDemo({"--headless", Image("a.png"), Image("notes.xyz")});
+        user.remove(QStringLiteral("Language/Index"));
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.lines.last(), QStringLiteral("1 von 2 Dateien erledigt, 1 fehlgeschlagen"));
+        QVERIFY2(run.lines.contains(
+                     QStringLiteral("FAILED\t%1\tKein Leser für das Format „xyz“.").arg(Image("notes.xyz"))),
+                 qPrintable(run.lines.join(QLatin1Char('\n'))));
+    }
+
 private:
     QString Image(const QString& name) const { return m_images + QLatin1Char('/') + name; }
 

@@ -1,5 +1,7 @@
 #include "OVDemoHost.h"
 
+#include "OVDemoLook.h"
+
 #include "OVDemoColour.h"
 
 #include "OVAdjustment.h"
@@ -119,6 +121,7 @@ void OVDemoHost::Start()
     OVImageFileManager* files = OVImageFileManager::GetInstance();
     files->Register(&OVDemoHost::OpenHook, this);
     files->Register(&OVDemoHost::SaveHook, this);
+    OVDemoLook::Load();
     RetitleMenus();
 }
 

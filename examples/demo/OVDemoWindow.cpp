@@ -2,6 +2,7 @@
 
 #include "OVDemoColour.h"
 #include "OVDemoLists.h"
+#include "OVDemoLook.h"
 
 #include "OVAdjustment.h"
 #include "OVAdjustmentManager.h"
@@ -125,6 +126,8 @@ void OVDemoWindow::Build()
     BuildImageMenu();
     BuildHelpMenu();
     if (QMenu* view = m_host.Menu(OVMenuManager::View))
+        OVDemoLook::AddMenus(view, statusBar());
+    if (QMenu* view = m_host.Menu(OVMenuManager::View))
         OVDemoColour::AddMenu(view);
     // Entries whose data names an adjustment (the sample filters) apply it to the current image.
     for (OVMenuManager::MenuRole role : {OVMenuManager::Filter, OVMenuManager::Image}) {
@@ -210,6 +213,8 @@ void OVDemoWindow::BuildToolBars()
                 tools->addAction(action);
         }
     }
+    tools->addSeparator();
+    OVDemoLook::AddSwatches(tools);
     QToolBar* options = addToolBar(tr("Tool options"));
     options->setObjectName(QStringLiteral("options"));
     if (QWidget* general = OVToolBarManager::GeneralContent())

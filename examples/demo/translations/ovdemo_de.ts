@@ -16,6 +16,17 @@
     </message>
 </context>
 <context>
+    <name>OVDemoColour</name>
+    <message>
+        <source>Working &amp;Colour Profile</source>
+        <translation>Arbeits-&amp;Farbprofil</translation>
+    </message>
+    <message>
+        <source>No RGB profiles in %1</source>
+        <translation>Keine RGB-Profile in %1</translation>
+    </message>
+</context>
+<context>
     <name>OVDemoHost</name>
     <message>
         <source>The demo host editor of the core library.</source>
@@ -182,6 +193,45 @@
     <message>
         <source>Largest file:</source>
         <translation>Größte Datei:</translation>
+    </message>
+</context>
+<context>
+    <name>OVDemoLook</name>
+    <message>
+        <source>The change takes effect at the next start.</source>
+        <translation>Die Änderung wirkt beim nächsten Start.</translation>
+    </message>
+    <message>
+        <source>&amp;Theme</source>
+        <translation>&amp;Design</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation>&amp;Sprache</translation>
+    </message>
+    <message>
+        <source>Foreground colour</source>
+        <translation>Vordergrundfarbe</translation>
+    </message>
+    <message>
+        <source>Background colour</source>
+        <translation>Hintergrundfarbe</translation>
+    </message>
+    <message>
+        <source>Swap</source>
+        <translation>Tauschen</translation>
+    </message>
+    <message>
+        <source>Swap the foreground and background colours</source>
+        <translation>Vorder- und Hintergrundfarbe tauschen</translation>
     </message>
 </context>
 <context>

@@ -16,6 +16,17 @@
     </message>
 </context>
 <context>
+    <name>OVDemoColour</name>
+    <message>
+        <source>Working &amp;Colour Profile</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No RGB profiles in %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>OVDemoHost</name>
     <message>
         <source>The demo host editor of the core library.</source>
@@ -83,9 +94,9 @@
     </message>
     <message numerus="yes">
         <source>%n file(s) could not be read or written.</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n file could not be read or written.</numerusform>
+            <numerusform>%n files could not be read or written.</numerusform>
         </translation>
     </message>
     <message>
@@ -181,6 +192,45 @@
     </message>
     <message>
         <source>Largest file:</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>OVDemoLook</name>
+    <message>
+        <source>The change takes effect at the next start.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Theme</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Foreground colour</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Background colour</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Swap</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Swap the foreground and background colours</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
