@@ -93,8 +93,8 @@ private slots:
         QVERIFY(QFile::exists(kDemo));
         m_images = OVTest::SandboxPath() + QStringLiteral("/images");
         QDir().mkpath(m_images);
-        QVERIFY(Pattern(64, 48, 1).save(Image("a.png")));
-        QVERIFY(Pattern(80, 60, 2).save(Image("b.jpg"), "JPEG", 90));
+        QVERIFY(Pattern(360, 240, 1).save(Image("a.png")));
+        QVERIFY(Pattern(400, 300, 2).save(Image("b.jpg"), "JPEG", 90));
         // PNG data behind a BMP suffix: the BMP reader is chosen by the suffix and decodes it
         // by its contents.
         QVERIFY(Pattern(16, 24, 3).save(Image("wrong.bmp"), "PNG"));
