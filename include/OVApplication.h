@@ -211,6 +211,15 @@ public:
     static ColorManagementColorSpaceMismatchPolicy GetColorManagementColorSpaceMismatchPolicy();
     static void SetColorManagementColorSpaceMismatchPolicy(ColorManagementColorSpaceMismatchPolicy policy);
 
+    // Platform information. The version and the product type are worked out once per process.
+    static OSVersion GetOSVersion();
+    static OSType GetOSType();
+    // The version's name, "Server" appended for a server. The first non-empty name is kept
+    // and answered to every later call, whatever its arguments.
+    static QString GetOSName(OSVersion version, OSType type);
+    // "major.minor.build" of the running system, or "0.0.0".
+    static QString GetOSVersionString();
+
 signals:
     void BackgroundChanged();
     void ForegroundChanged();

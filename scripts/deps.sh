@@ -11,6 +11,8 @@ OV_PACKAGES=(
     liblcms2-dev
     libbenchmark-dev
     clang-format
+    clang
+    libclang-rt-14-dev
 )
 
 ov_ensure_packages() {

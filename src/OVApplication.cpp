@@ -473,3 +473,48 @@ void OVApplication::SetColorManagementColorSpaceMismatchPolicy(ColorManagementCo
 {
     SetUserValue(CMColorSpaceMismatchPolicy, int(policy));
 }
+
+// Platform information
+
+#include "platform/OVPlatform.h"
+
+#include <atomic>
+
+namespace {
+
+// Filled on first use without a lock: two first calls racing only compute the same value.
+std::atomic<int> s_osVersion{0};
+std::atomic<int> s_osType{0};
+
+} // namespace
+
+OVApplication::OSVersion OVApplication::GetOSVersion()
+{
+    if (const int cached = s_osVersion.load(std::memory_order_relaxed))
+        return OSVersion(cached);
+    OVPlatform::VersionNumbers version;
+    if (!OVPlatform::QueryWindowsVersion(&version))
+        return Unknown;
+    OV_BUILD_LOG(
+        QStringLiteral("Version %1.%2 build %3").arg(version.major).arg(version.minor).arg(version.build));
+    s_osVersion.store(OVPlatform::MapWindowsVersion(version), std::memory_order_relaxed);
+    return OSVersion(s_osVersion.load(std::memory_order_relaxed));
+}
+
+OVApplication::OSType OVApplication::GetOSType()
+{
+    if (!s_osType.load(std::memory_order_relaxed))
+        s_osType.store(OVPlatform::IsWorkstation() ? Workstation : Server, std::memory_order_relaxed);
+    return OSType(s_osType.load(std::memory_order_relaxed));
+}
+
+QString OVApplication::GetOSName(OSVersion version, OSType type)
+{
+    static OVPlatform::FirstNonEmpty name;
+    return QString::fromStdString(name.Keep(OVPlatform::OSName(version, type)));
+}
+
+QString OVApplication::GetOSVersionString()
+{
+    return QString::fromStdString(OVPlatform::SystemVersionText());
+}

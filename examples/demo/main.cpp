@@ -2,12 +2,15 @@
 // does, shows what it worked out, builds a menu bar and a tool group from the registries, and
 // shuts down in the editor's order.
 
+#include <KXExportResolutions.h>
+#include <KXExportSizes.h>
 #include <OVActivateAction.h>
 #include <OVAdjustmentManager.h>
 #include <OVApplication.h>
 #include <OVBrushToolManager.h>
 #include <OVImageFileManager.h>
 #include <OVMenuManager.h>
+#include <OVRecentManager.h>
 #include <OVToolBarManager.h>
 #include <OVToolGroupManager.h>
 #include <OVToolWidgetManager.h>
@@ -34,6 +37,7 @@ const Registry kRegistries[] = {
     {&OVAdjustmentManager::InitInstance, &OVAdjustmentManager::ReleaseInstance},
     {&OVBrushToolManager::InitInstance, &OVBrushToolManager::ReleaseInstance},
     {&OVMenuManager::InitInstance, &OVMenuManager::ReleaseInstance},
+    {&OVRecentManager::InitInstance, &OVRecentManager::ReleaseInstance},
     {&OVToolBarManager::InitInstance, &OVToolBarManager::ReleaseInstance},
     {&OVToolWidgetManager::InitInstance, &OVToolWidgetManager::ReleaseInstance},
     {&OVToolGroupManager::InitInstance, &OVToolGroupManager::ReleaseInstance},
@@ -92,6 +96,13 @@ int main(int argc, char** argv)
     OVToolGroupManager::Activate(&eraser);
     out << "Chosen tool: " << OVToolGroupManager::GetExplicitToolUID()
         << " (brush checked: " << (brush.IsChecked() ? "yes" : "no") << ")\n";
+
+    // The recent files survive restarts: each run adds this program to them.
+    OVRecentManager::GetInstance()->PushRecent(QCoreApplication::applicationFilePath());
+    out << "Recent files: " << OVRecentManager::GetInstance()->GetRecents().join(QStringLiteral(", "))
+        << '\n';
+    out << "Export lists: " << KXExportResolutions::GetSize() << " resolutions, " << KXExportSizes::GetSize()
+        << " sizes\n";
 
     for (const Registry& registry : kRegistries)
         registry.release();

@@ -2,6 +2,8 @@
 
 #include "OVApplication.h"
 #include "OVPixelRatioRound.h"
+#include "private/KXExportResolutions_p.h"
+#include "private/KXExportSizes_p.h"
 #include "private/OVBuildLog_p.h"
 
 #include <QDir>
@@ -25,6 +27,8 @@ OVApplicationPrivate::OVApplicationPrivate(OVApplication* owner)
 OVApplicationPrivate::~OVApplicationPrivate()
 {
     s_brushFactory = nullptr;
+    KXExportResolutionsPrivate::Release();
+    KXExportSizesPrivate::Release();
     // The plug-in records go without unloading their libraries: unloading is the host's call,
     // and a library unloaded behind its back would take code it may still run with it.
 }
@@ -37,6 +41,9 @@ void OVApplicationPrivate::Start()
     const qreal pixelRatio = owner->devicePixelRatio();
     OV_BUILD_LOG(QStringLiteral("%1").arg(pixelRatio));
     OVPixelRatioRound::SetPixelRatio(pixelRatio);
+
+    KXExportResolutionsPrivate::Create();
+    KXExportSizesPrivate::Create();
 
     // The data folder follows APPDATA when it is set; the user data folder is always the
     // local application data below the home folder.
@@ -53,6 +60,9 @@ void OVApplicationPrivate::Start()
     QDir().mkpath(userDataFolder);
 
     translationsDir = QDir(OVApplication::GetResourcePath() + QStringLiteral("/translations")).absolutePath();
+
+    KXExportResolutionsPrivate::LoadInstance(userDataFolder + KXExportResolutionTable::FileName());
+    KXExportSizesPrivate::LoadInstance(userDataFolder + KXExportSizeTable::FileName());
 }
 
 OVApplicationPrivate* OVApplicationPrivate::Instance()

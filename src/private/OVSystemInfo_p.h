@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// Facts about the machine and the system for the statistics, computed from the platform
+// layer (src/platform/) each time they are asked for.
+
+// The device identifier: 16-bit words from the processor, the system volume, the first two
+// network adapters and the machine GUID, a checksum, mixed and masked, written as groups of
+// four upper-case hex digits joined by "-" (14 groups normally, 6 without a machine GUID).
+// Stable across runs on one machine; never fails.
+QString MakeDeviceId();
+
+// The user's country name in English as the system gives it (the system's count includes
+// the terminating null, and so does the string), or "Unknown".
+QString GetSystemRegion();
+
+// One "<width>x<height>" entry per display, in device pixels, the primary display first.
+QStringList GetScreenResolutions();
+
+// One scale factor in percent per monitor ("100", "150", ...), the primary monitor first.
+QStringList GetScreenScalings();
