@@ -19,7 +19,7 @@ OVEndpointMessangerPrivate::OVEndpointMessangerPrivate()
 
 void OVEndpointMessangerPrivate::Send(const OVEndpointMessage& message, const OVPostShutdown& shutdown)
 {
-    const OVEndpoint& endpoint = message.endpoint;
+    const OVEndpoint& endpoint = *message.endpoint;
     QNetworkRequest request(QUrl(endpoint.url, QUrl::TolerantMode));
     if (!endpoint.contentType.isEmpty())
         request.setHeader(QNetworkRequest::ContentTypeHeader, endpoint.contentType);
@@ -72,7 +72,7 @@ OVEndpointMessanger::~OVEndpointMessanger()
 unsigned int OVEndpointMessanger::RegisterEndpoint(const QString& url, const QString& user,
                                                    const QString& password, const QString& contentType)
 {
-    d->endpoints.push_back(OVEndpoint{url, user, password, contentType});
+    d->endpoints.push_back(std::make_shared<const OVEndpoint>(OVEndpoint{url, user, password, contentType}));
     return static_cast<unsigned int>(d->endpoints.size() - 1);
 }
 
@@ -81,6 +81,6 @@ bool OVEndpointMessanger::PostMessage(unsigned int endpointId, const QJsonDocume
 {
     if (endpointId >= d->endpoints.size())
         return false;
-    d->worker.Push(OVEndpointMessage{d->endpoints[endpointId], document, callback});
+    d->worker.Push(d->endpoints[endpointId], document, callback);
     return true;
 }

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 struct OVEndpoint
@@ -21,7 +22,15 @@ struct OVEndpoint
 // callback that gets the response body (may be empty).
 struct OVEndpointMessage
 {
-    OVEndpoint endpoint;
+    OVEndpointMessage(const std::shared_ptr<const OVEndpoint>& endpoint, const QJsonDocument& document,
+                      const std::function<void(const QByteArray&)>& callback)
+        : endpoint(endpoint)
+        , document(document)
+        , callback(callback)
+    {}
+
+    // Endpoints never change once registered, so sharing the record is copying it.
+    std::shared_ptr<const OVEndpoint> endpoint;
     QJsonDocument document;
     std::function<void(const QByteArray&)> callback;
 };
@@ -34,7 +43,7 @@ public:
     // Sends one message on the worker thread and hands the response body to its callback.
     static void Send(const OVEndpointMessage& message, const OVPostShutdown& shutdown);
 
-    std::vector<OVEndpoint> endpoints;
+    std::vector<std::shared_ptr<const OVEndpoint>> endpoints;
     // Last, so that the worker is stopped and joined before the rest goes.
     OVPostWorker<OVEndpointMessage> worker;
 };

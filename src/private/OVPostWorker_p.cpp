@@ -18,9 +18,6 @@ void Send(const QNetworkRequest& request, const QByteArray& body, const OVPostSh
           const std::function<void(QNetworkReply&)>& started,
           const std::function<void(QNetworkReply&)>& finished)
 {
-    if (shutdown.Expired())
-        return;
-
     QEventLoop loop;
     QNetworkAccessManager manager;
     if (prepare)

@@ -22,7 +22,7 @@ public:
     static constexpr std::chrono::milliseconds kGrace{5000};
 
     // True once shutdown has begun and its grace has run out: a send in flight is aborted and
-    // a send not yet started is dropped.
+    // the rest of the queue is dropped unsent.
     bool Expired() const
     {
         return m_stop && std::chrono::steady_clock::now().time_since_epoch().count() >= m_deadline;
@@ -78,11 +78,13 @@ public:
     OVPostWorker(const OVPostWorker&) = delete;
     OVPostWorker& operator=(const OVPostWorker&) = delete;
 
-    void Push(Item item)
+    // Constructs the item at the back of the queue.
+    template <typename... Args>
+    void Push(Args&&... args)
     {
         {
             std::lock_guard<std::mutex> lock(m_lock);
-            m_queue.push_back(std::move(item));
+            m_queue.emplace_back(std::forward<Args>(args)...);
         }
         m_wake.notify_one();
     }
@@ -102,7 +104,8 @@ private:
                 const Item item = std::move(m_queue.front());
                 m_queue.pop_front();
                 lock.unlock();
-                m_send(item, *this);
+                if (!Expired())
+                    m_send(item, *this);
                 lock.lock();
             }
         }
@@ -119,8 +122,7 @@ namespace OVPost {
 
 // Posts body with request from the calling thread, on a network manager and an event loop
 // made for this one send, and returns when the reply has finished. There is no time-out while
-// the worker runs; once its shutdown grace has expired the reply is aborted, and nothing is
-// posted at all (none of the hooks is called) when it has expired before the send. prepare sees the manager
+// the worker runs; once its shutdown grace has expired the reply is aborted. prepare sees the manager
 // before the post (to connect its signals), started the reply right after it, finished the reply when it is
 // done. The reply, the manager and the loop are gone when the call returns. Any of the three may be empty.
 void Send(const QNetworkRequest& request, const QByteArray& body, const OVPostShutdown& shutdown,

@@ -1,11 +1,17 @@
 #include "OVTestHttpServer.h"
 
+#include <QDir>
+#include <QFile>
 #include <QHash>
 #include <QHostAddress>
 #include <QPointer>
+#include <QResource>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTemporaryDir>
 #include <QThread>
+
+#include <cstdlib>
 
 #ifdef Q_OS_WIN
 #include <winsock2.h>
@@ -87,7 +93,10 @@ public:
             while (QTcpSocket* connection = m_server->nextPendingConnection()) {
                 QObject::connect(connection, &QTcpSocket::readyRead, this,
                                  [this, connection] { Read(connection); });
-                QObject::connect(connection, &QTcpSocket::disconnected, connection, &QObject::deleteLater);
+                QObject::connect(connection, &QTcpSocket::disconnected, this, [this, connection] {
+                    m_buffers.remove(connection);
+                    connection->deleteLater();
+                });
             }
         });
         return listening;
@@ -237,6 +246,26 @@ qintptr HttpServer::ListenBeforeQt(quint16* port)
         return -1;
     *port = ntohs(address.sin_port);
     return static_cast<qintptr>(fd);
+}
+
+bool RegisterTelemetryConfig(quint16 port)
+{
+    static QTemporaryDir dir(QDir::tempPath() + QStringLiteral("/ovcore-core-XXXXXX"));
+    const QString url = QStringLiteral("http://127.0.0.1:%1").arg(port);
+    const QString xml =
+        QStringLiteral("<doc><main><node1><A0>k3y&amp;=</A0><A2>%1/events</A2><A3>%1/identify</A3>"
+                       "<A4>ident_json</A4><A5>event_json</A5></node1></main></doc>")
+            .arg(url);
+    QFile hex(dir.filePath("core.hex")), qrc(dir.filePath("core.qrc"));
+    if (!dir.isValid() || !hex.open(QIODevice::WriteOnly) || !qrc.open(QIODevice::WriteOnly))
+        return false;
+    hex.write(xml.toUtf8().toHex());
+    qrc.write("<RCC><qresource prefix=\"/\"><file alias=\"core\">core.hex</file></qresource></RCC>");
+    hex.close(), qrc.close();
+    const QString command = QStringLiteral("\"%1\" -binary \"%2\" -o \"%3\"")
+                                .arg(QStringLiteral(OV_RCC), qrc.fileName(), dir.filePath("core.rcc"));
+    return std::system(command.toLocal8Bit().constData()) == 0 &&
+           QResource::registerResource(dir.filePath("core.rcc"));
 }
 
 } // namespace OVTest

@@ -85,4 +85,9 @@ private:
     Worker* m_worker = nullptr; // lives in m_thread
 };
 
+// Registers a telemetry configuration ":core" (made by rcc from the hexadecimal text of the XML)
+// that names this address: "k3y&=" as the key, "<url>/events" and "<url>/identify" as the two
+// endpoints and "event_json" and "ident_json" as the two form fields. Needs no Qt application.
+bool RegisterTelemetryConfig(quint16 port);
+
 } // namespace OVTest
