@@ -152,7 +152,7 @@ void TestEndpointMessanger::orderAcrossThreads()
         threads.emplace_back([&, t] {
             for (int i = 0; i < kEach; ++i)
                 messenger.PostMessage(id, Doc(t, i), [&](const QByteArray&) {
-                    offWorker += QThread::currentThread() == qApp->thread();
+                    offWorker += QThread::currentThread() == QCoreApplication::instance()->thread();
                 });
         });
     for (std::thread& thread : threads)
