@@ -13,6 +13,8 @@ OV_PACKAGES=(
     clang-format
     clang
     libclang-rt-14-dev
+    icc-profiles-free
+    colord
 )
 
 ov_ensure_packages() {

@@ -400,6 +400,8 @@ QString OVApplication::GetDataFolder()
     return d ? QFileInfo(d->appIniPath).absolutePath() : QString();
 }
 
+// An empty folder is ignored on purpose: it would point the settings file at the root of
+// the drive, "/app.ini".
 void OVApplication::SetDataFolder(const QString& folder)
 {
     OVApplicationPrivate* d = OVApplicationPrivate::Instance();
@@ -413,6 +415,7 @@ QString OVApplication::GetUserDataFolder()
     return d ? QFileInfo(d->userIniPath).absolutePath() : QString();
 }
 
+// An empty folder is ignored on purpose, as for SetDataFolder().
 void OVApplication::SetUserDataFolder(const QString& folder)
 {
     OVApplicationPrivate* d = OVApplicationPrivate::Instance();

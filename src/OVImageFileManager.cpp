@@ -91,19 +91,18 @@ QString OVImageFileManager::GetGroupName(const QString& groupUID) const
 
 QStringList OVImageFileManager::GetGroupReadFormats(const QString& groupUID) const
 {
-    return d->Groups(d->ReadSide()).value(groupUID);
+    return d->readGroups.value(groupUID);
 }
 
 QStringList OVImageFileManager::GetGroupWriteFormats(const QString& groupUID) const
 {
-    return d->Groups(d->WriteSide()).value(groupUID);
+    return d->writeGroups.value(groupUID);
 }
 
 QStringList OVImageFileManager::GetGroupFormats(const QString& groupUID) const
 {
-    const QMap<QString, QStringList>& readGroups = d->Groups(d->ReadSide());
-    const auto it = readGroups.constFind(groupUID);
-    return it != readGroups.cend() ? it.value() : GetGroupWriteFormats(groupUID);
+    const auto it = d->readGroups.constFind(groupUID);
+    return it != d->readGroups.cend() ? it.value() : GetGroupWriteFormats(groupUID);
 }
 
 QString OVImageFileManager::GetFilterForRead()

@@ -1,7 +1,6 @@
 // The application object: identity, start-up, resource folder, signals and their order.
 
 #include "OVApplication.h"
-#include "OVColorWidget.h"
 #include "OVPixelRatioRound.h"
 #include "OVTestSupport.h"
 
@@ -40,28 +39,17 @@ class TestApplication : public QObject
     Q_OBJECT
 
 private slots:
-    void identity();
     void startupFoldersAndAttributes();
     void startupLogsPixelRatio();
     void resourcePath();
     void signalsInDeclaredOrder();
     void signalSequence();
-    void colorWidgetIsPlainStore();
-    void uiReadyWithoutPlugins();
 };
-
-void TestApplication::identity()
-{
-    QCOMPARE(OVApplication::GetInstance(), qobject_cast<OVApplication*>(qApp));
-    QVERIFY(OVApplication::GetInstance() != nullptr);
-    QCOMPARE(OVApplication::GetProgressTimeout(), 2000);
-    QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
-    QCOMPARE(OVApplication::GetInstance()->GetRefineSelection(), nullptr);
-    QCOMPARE(OVApplication::GetInstance()->GetColorWidget(), nullptr);
-}
 
 void TestApplication::startupFoldersAndAttributes()
 {
+    QCOMPARE(OVApplication::GetInstance(), qobject_cast<OVApplication*>(qApp));
+    QVERIFY(OVApplication::GetInstance());
     const QString sandbox = OVTest::SandboxPath();
     const QString dataFolder = sandbox + QStringLiteral("/appdata/Tamsendo/Orvelin");
     const QString userDataFolder = sandbox + QStringLiteral("/home/AppData/Local/Tamsendo/Orvelin");
@@ -119,16 +107,11 @@ void TestApplication::signalsInDeclaredOrder()
     QStringList methods;
     for (int i = meta->methodOffset(); i < meta->methodCount(); ++i)
         methods << QString::fromLatin1(meta->method(i).methodSignature());
-    const QStringList expected = {
-        QStringLiteral("BackgroundChanged()"),        QStringLiteral("ForegroundChanged()"),
-        QStringLiteral("RecentColorChanged(QColor)"), QStringLiteral("RecentPickerChanged(QColor)"),
-        QStringLiteral("MaskBackgroundChanged()"),    QStringLiteral("MaskForegroundChanged()"),
-        QStringLiteral("TexturePatternChanged(int)"), QStringLiteral("PluginLoading(QString)"),
-        QStringLiteral("PluginLoaded(QString)"),      QStringLiteral("PluginLoadingError(QString,QString)"),
-        QStringLiteral("PluginsLoadingFinished()"),   QStringLiteral("RefineSelectionRegistered(QAction*)"),
-        QStringLiteral("FlushPluginData()"),          QStringLiteral("AboutActivated()"),
-        QStringLiteral("AboutDeactivated()"),
-    };
+    const QStringList expected = OVTest::Words(
+        "BackgroundChanged() ForegroundChanged() RecentColorChanged(QColor) RecentPickerChanged(QColor) "
+        "MaskBackgroundChanged() MaskForegroundChanged() TexturePatternChanged(int) PluginLoading(QString) "
+        "PluginLoaded(QString) PluginLoadingError(QString,QString) PluginsLoadingFinished() "
+        "RefineSelectionRegistered(QAction*) FlushPluginData() AboutActivated() AboutDeactivated()");
     QCOMPARE(methods, expected);
     for (int i = meta->methodOffset(); i < meta->methodCount(); ++i)
         QCOMPARE(meta->method(i).methodType(), QMetaMethod::Signal);
@@ -139,16 +122,16 @@ void TestApplication::signalSequence()
 {
     OVApplication* app = OVApplication::GetInstance();
     OVTest::SignalLog log;
-    log.Record(app, &OVApplication::RecentColorChanged, QStringLiteral("RecentColorChanged"));
-    log.Record(app, &OVApplication::RecentPickerChanged, QStringLiteral("RecentPickerChanged"));
-    log.Record(app, &OVApplication::RefineSelectionRegistered, QStringLiteral("RefineSelectionRegistered"));
-    log.Record(app, &OVApplication::FlushPluginData, QStringLiteral("FlushPluginData"));
-    log.Record(app, &OVApplication::AboutActivated, QStringLiteral("AboutActivated"));
-    log.Record(app, &OVApplication::AboutDeactivated, QStringLiteral("AboutDeactivated"));
+    log.Record(app, &OVApplication::RecentColorChanged, "RecentColorChanged");
+    log.Record(app, &OVApplication::RecentPickerChanged, "RecentPickerChanged");
+    log.Record(app, &OVApplication::RefineSelectionRegistered, "RefineSelectionRegistered");
+    log.Record(app, &OVApplication::FlushPluginData, "FlushPluginData");
+    log.Record(app, &OVApplication::AboutActivated, "AboutActivated");
+    log.Record(app, &OVApplication::AboutDeactivated, "AboutDeactivated");
 
-    QAction refineA(QStringLiteral("refine"));
+    QAction refineA;
     refineA.setObjectName(QStringLiteral("A"));
-    QAction refineB(QStringLiteral("refine"));
+    QAction refineB;
     refineB.setObjectName(QStringLiteral("B"));
 
     app->RegisterRefineSelectionAction(&refineA);
@@ -170,49 +153,12 @@ void TestApplication::signalSequence()
     app->RegisterRefineSelectionAction(nullptr);
     app->RegisterRefineSelectionAction(nullptr);
 
-    const QStringList expected = {
-        QStringLiteral("RefineSelectionRegistered(A)"),
-        QStringLiteral("RefineSelectionRegistered(B)"),
-        QStringLiteral("RecentColorChanged(#ffff0000)"),
-        QStringLiteral("RecentPickerChanged(#ffff0000)"),
-        QStringLiteral("RecentPickerChanged(#ff0000ff)"),
-        QStringLiteral("RecentColorChanged(invalid)"),
-        QStringLiteral("FlushPluginData()"),
-        QStringLiteral("AboutActivated()"),
-        QStringLiteral("AboutDeactivated()"),
-        QStringLiteral("RefineSelectionRegistered(null)"),
-    };
+    const QStringList expected = OVTest::Words(
+        "RefineSelectionRegistered(A) RefineSelectionRegistered(B) RecentColorChanged(#ffff0000) "
+        "RecentPickerChanged(#ffff0000) RecentPickerChanged(#ff0000ff) RecentColorChanged(invalid) "
+        "FlushPluginData() AboutActivated() AboutDeactivated() RefineSelectionRegistered(null)");
     QCOMPARE(log.Entries(), expected);
     QCOMPARE(app->GetRefineSelection(), nullptr);
-}
-
-namespace {
-// The colour widget setter is for the host's own application class.
-struct ColorWidgetAccess : OVApplication
-{
-    using OVApplication::SetColorWidget;
-};
-} // namespace
-
-void TestApplication::colorWidgetIsPlainStore()
-{
-    OVApplication* app = OVApplication::GetInstance();
-    OVTest::SignalLog log;
-    log.Record(app, &OVApplication::RecentColorChanged, QStringLiteral("RecentColorChanged"));
-    OVColorWidget widget;
-    (app->*(&ColorWidgetAccess::SetColorWidget))(&widget);
-    QCOMPARE(app->GetColorWidget(), &widget);
-    (app->*(&ColorWidgetAccess::SetColorWidget))(nullptr);
-    QCOMPARE(app->GetColorWidget(), nullptr);
-    QVERIFY(log.Entries().isEmpty());
-}
-
-void TestApplication::uiReadyWithoutPlugins()
-{
-    OVTest::LogCapture log;
-    OVApplication::UIReady();
-    OVApplication::UIReady();
-    QVERIFY(log.Messages().isEmpty());
 }
 
 int main(int argc, char** argv)

@@ -2,36 +2,10 @@
 
 #include "OVCMSProfile.h"
 #include "OVPixelRatioRound.h"
+#include "OVProfileFixtures.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
-
-#include <lcms2.h>
-
-namespace {
-
-// A real profile, made by Little CMS and saved to bytes.
-QByteArray MakeProfile(const char* kind)
-{
-    cmsHPROFILE profile = nullptr;
-    if (qstrcmp(kind, "rgb") == 0) {
-        profile = cmsCreate_sRGBProfile();
-    } else if (qstrcmp(kind, "gray") == 0) {
-        cmsToneCurve* gamma = cmsBuildGamma(nullptr, 2.2);
-        profile = cmsCreateGrayProfile(cmsD50_xyY(), gamma);
-        cmsFreeToneCurve(gamma);
-    } else {
-        profile = cmsCreateLab4Profile(nullptr);
-    }
-    cmsUInt32Number size = 0;
-    cmsSaveProfileToMem(profile, nullptr, &size);
-    QByteArray bytes(int(size), Qt::Uninitialized);
-    cmsSaveProfileToMem(profile, bytes.data(), &size);
-    cmsCloseProfile(profile);
-    return bytes;
-}
-
-} // namespace
 
 class TestFamily : public QObject
 {
@@ -51,12 +25,12 @@ void TestFamily::profiles_data()
     QTest::addColumn<bool>("valid");
     QTest::addColumn<quint32>("colorSpace");
 
-    QTest::newRow("sRGB") << MakeProfile("rgb") << true << quint32(OVCMSProfile::RGBSpace);
-    QTest::newRow("gray") << MakeProfile("gray") << true << quint32(OVCMSProfile::GraySpace);
-    QTest::newRow("Lab") << MakeProfile("lab") << true << quint32(OVCMSProfile::LabSpace);
+    QTest::newRow("sRGB") << OVTest::MakeProfile("sRGB") << true << quint32(OVCMSProfile::RGBSpace);
+    QTest::newRow("gray") << OVTest::MakeProfile("gray") << true << quint32(OVCMSProfile::GraySpace);
+    QTest::newRow("Lab") << OVTest::MakeProfile("lab") << true << quint32(OVCMSProfile::LabSpace);
     QTest::newRow("empty file") << QByteArray() << false << 0u;
     QTest::newRow("garbage") << QByteArray(512, '\x5a') << false << 0u;
-    QTest::newRow("truncated") << MakeProfile("rgb").left(100) << false << 0u;
+    QTest::newRow("truncated") << OVTest::MakeProfile("sRGB").left(100) << false << 0u;
 }
 
 void TestFamily::profiles()
@@ -91,9 +65,9 @@ void TestFamily::profiles()
 void TestFamily::profileIsAValue()
 {
     OVCMSProfile rgb;
-    QVERIFY(rgb.LoadFromData(MakeProfile("rgb")));
+    QVERIFY(rgb.LoadFromData(OVTest::MakeProfile("sRGB")));
     OVCMSProfile copy = rgb;
-    QVERIFY(copy.LoadFromData(MakeProfile("gray")));
+    QVERIFY(copy.LoadFromData(OVTest::MakeProfile("gray")));
     QCOMPARE(rgb.GetColorSpace(), quint32(OVCMSProfile::RGBSpace));
     QCOMPARE(copy.GetColorSpace(), quint32(OVCMSProfile::GraySpace));
     copy = rgb;

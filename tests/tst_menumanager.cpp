@@ -1,5 +1,5 @@
 // The menu manager: menus and entries contributed in any order end up in the same order in a
-// real menu bar; taken keys, taken entries, deleted entries and the lack of an instance.
+// real menu bar; taken keys, null, taken and deleted entries.
 
 #include "OVApplication.h"
 #include "OVMenuManager.h"
@@ -57,13 +57,12 @@ private slots:
     void shuffledOrder_data();
     void shuffledOrder();
     void keysAndEntries();
-    void noInstance();
 };
 
 void TestMenuManager::shuffledOrder_data()
 {
     QTest::addColumn<quint32>("seed");
-    for (quint32 seed : {1u, 2u, 3u, 17u, 99u, 2026u})
+    for (quint32 seed : {1u, 2u, 17u, 2026u})
         QTest::newRow(qPrintable(QStringLiteral("seed %1").arg(seed))) << seed;
 }
 
@@ -109,53 +108,49 @@ void TestMenuManager::shuffledOrder()
 
 void TestMenuManager::keysAndEntries()
 {
+    QVERIFY(!M::CreateMenu(M::File, QStringLiteral("File")));
     M::InitInstance();
     std::unique_ptr<QMenu> file(M::CreateMenu(M::File, QStringLiteral("File")));
     QMenu other(QStringLiteral("Other"));
-    QVERIFY(file);
 
     // A taken role keeps its first menu; entries need their role and a free id.
     QVERIFY(!M::CreateMenu(M::File, QStringLiteral("Again")));
     M::CreateMenu(M::File, &other);
     QVERIFY(!M::CreateAction(M::Edit, 1));
-    QVERIFY(!M::CreateMenu(M::Edit, 1));
     QAction* one = Named(M::CreateAction(M::File, 1), 1);
-    QVERIFY(one);
     QCOMPARE(one->parent(), file.get());
     QVERIFY(!M::CreateAction(M::File, 1));
     QVERIFY(!M::CreateMenu(M::File, 1));
-    QAction refused;
-    M::CreateAction(M::File, 1, &refused);
-    M::CreateAction(M::File, 2, nullptr);
     QMenu* sub = Named(M::CreateMenu(M::File, 3), 3);
-    QVERIFY(sub);
     QCOMPARE(sub->parent(), file.get());
-    QVERIFY(sub->title() == QStringLiteral("3"));
     QCOMPARE(M::GetAction(M::File, 1), one);
     QVERIFY(!M::GetAction(M::File, 3));
-    QVERIFY(!M::GetAction(M::File, 2));
-    QVERIFY(!M::GetAction(M::Edit, 1));
     QCOMPARE(file->actions(), (QList<QAction*>{one, sub->menuAction()}));
+
+    // A null entry holds its id (the menu warns of the null action) until it is taken.
+    QTest::ignoreMessage(QtWarningMsg, "QWidget::insertAction: Attempt to insert null action");
+    M::CreateAction(M::File, 2, nullptr);
+    QVERIFY(!M::CreateAction(M::File, 2));
+    M::Take(M::File, 2);
+    QAction* two = Named(M::CreateAction(M::File, 2), 2);
+    M::CreateMenu(M::Edit, static_cast<QMenu*>(nullptr));
+    QVERIFY(!M::CreateMenu(M::Edit, QStringLiteral("Edit")));
 
     // Taking an entry takes it out of the menu without deleting it and frees its id; the
     // next entry under that id goes back to the same place.
     M::Take(M::File, 1);
     M::Take(M::File, 42);
-    M::Take(M::Edit, 1);
-    QCOMPARE(file->actions(), (QList<QAction*>{sub->menuAction()}));
+    QCOMPARE(file->actions(), (QList<QAction*>{two, sub->menuAction()}));
     QCOMPARE(one->parent(), file.get());
     QAction* again = Named(M::CreateAction(M::File, 1), 1);
-    QCOMPARE(file->actions(), (QList<QAction*>{again, sub->menuAction()}));
     M::Take(M::File, 3);
-    QCOMPARE(file->actions(), (QList<QAction*>{again}));
-    QVERIFY(Named(M::CreateMenu(M::File, 3), 3));
+    QCOMPARE(file->actions(), (QList<QAction*>{again, two}));
 
     // An entry deleted by its owner is passed over: the next entry goes before the first
     // following one that still exists.
     QAction* four = Named(M::CreateAction(M::File, 4), 4);
     QAction* six = Named(M::CreateAction(M::File, 6), 6);
     delete four;
-    QVERIFY(!M::GetAction(M::File, 4));
     QAction* five = Named(M::CreateAction(M::File, 5), 5);
     QCOMPARE(file->actions().mid(2), (QList<QAction*>{five, six}));
 
@@ -164,32 +159,13 @@ void TestMenuManager::keysAndEntries()
     QMenuBar bar;
     M::Setup(&bar);
     std::unique_ptr<QMenu> help(M::CreateMenu(M::Help, QStringLiteral("Help")));
-    QCOMPARE(Describe(bar), QStringLiteral("File[1,3[],5,6]"));
+    QCOMPARE(Describe(bar), QStringLiteral("File[1,2,5,6]"));
 
     // Releasing the manager deletes no menu and no action.
     QPointer<QAction> watched(again);
     M::ReleaseInstance();
     QVERIFY(watched);
     QVERIFY(!M::GetAction(M::File, 1));
-}
-
-void TestMenuManager::noInstance()
-{
-    QVERIFY(!M::GetInstance());
-    QMenu menu;
-    QAction action;
-    QVERIFY(!M::CreateMenu(M::File, QStringLiteral("File")));
-    M::CreateMenu(M::File, &menu);
-    QVERIFY(!M::CreateMenu(M::File, 1));
-    M::CreateMenu(M::File, 1, &menu);
-    QVERIFY(!M::CreateAction(M::File, 1));
-    M::CreateAction(M::File, 1, &action);
-    QVERIFY(!M::GetAction(M::File, 1));
-    M::Take(M::File, 1);
-    QMenuBar bar;
-    M::Setup(&bar);
-    QVERIFY(bar.actions().isEmpty());
-    M::ReleaseInstance();
 }
 
 OV_TEST_MAIN(TestMenuManager)

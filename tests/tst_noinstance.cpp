@@ -15,81 +15,44 @@ class TestNoInstance : public QObject
     Q_OBJECT
 
 private slots:
-    void beforeAnyApplication();
-    void plainApplicationIsNotAnInstance();
-    void gettersReturnDefaults();
-    void settersDoNothing();
-    void operationsAreHarmless();
+    void defaultsAndHarmlessSetters();
 };
 
-void TestNoInstance::beforeAnyApplication()
+void TestNoInstance::defaultsAndHarmlessSetters()
 {
+    using A = OVApplication;
     QVERIFY(s_beforeApplication);
-}
+    QCOMPARE(A::GetInstance(), nullptr);
+    // The resource folder does not depend on the application class, nor do key names.
+    QVERIFY(!A::GetResourcePath().isEmpty());
+    QCOMPARE(A::GetName(A::ThemePath), QStringLiteral("Theme/Path"));
 
-void TestNoInstance::plainApplicationIsNotAnInstance()
-{
-    QVERIFY(qApp != nullptr);
-    QCOMPARE(OVApplication::GetInstance(), nullptr);
-    // The resource folder does not depend on the application class.
-    QVERIFY(!OVApplication::GetResourcePath().isEmpty());
-}
-
-void TestNoInstance::gettersReturnDefaults()
-{
-    QCOMPARE(OVApplication::GetApplicationValue(QStringLiteral("k"), 5), QVariant(5));
-    QCOMPARE(OVApplication::GetUserValue(QStringLiteral("k"), QStringLiteral("d")),
-             QVariant(QStringLiteral("d")));
-    // The default comes back as given, without the region stripping of stored languages.
-    QCOMPARE(OVApplication::GetUserValue(OVApplication::LanguageIndex, QStringLiteral("pt_BR")),
-             QVariant(QStringLiteral("pt_BR")));
-    QCOMPARE(OVApplication::GetDataFolder(), QString());
-    QCOMPARE(OVApplication::GetUserDataFolder(), QString());
-    QCOMPARE(OVApplication::GetPathOpen(), QString());
-    QCOMPARE(OVApplication::GetPathExport(), QString());
-    QCOMPARE(OVApplication::GetBatchPathOpen(), QString());
-    QCOMPARE(OVApplication::GetBatchPathInput(), QString());
-    QCOMPARE(OVApplication::GetBatchPathOutput(), QString());
-    QCOMPARE(OVApplication::IsPNGCompressionVisible(), true);
-    QCOMPARE(OVApplication::IsJPGCompressionVisible(), true);
-    QCOMPARE(OVApplication::IsTIFCompressionVisible(), true);
-    QCOMPARE(OVApplication::WarnAboutLayerInfo(), true);
-    QCOMPARE(OVApplication::GetColorManagementMissingPolicy(),
-             OVApplication::ColorManagementMissingPolicy(1));
-    QCOMPARE(OVApplication::GetColorManagementEqualPolicy(), OVApplication::ColorManagementEqualPolicy(1));
-    QCOMPARE(OVApplication::GetColorManagementNotEqualPolicy(),
-             OVApplication::ColorManagementNotEqualPolicy(3));
-    QCOMPARE(OVApplication::GetColorManagementColorSpaceMismatchPolicy(),
-             OVApplication::ColorManagementColorSpaceMismatchPolicy(0));
-    QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
-    QCOMPARE(OVApplication::GetProgressTimeout(), 2000);
-    // Key names need no instance.
-    QCOMPARE(OVApplication::GetName(OVApplication::ThemePath), QStringLiteral("Theme/Path"));
-}
-
-void TestNoInstance::settersDoNothing()
-{
     const QString home = QDir::homePath();
-    const QStringList before = QDir(home).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
+    const auto entries = [&home] { return QDir(home).entryList(QDir::AllEntries | QDir::NoDotAndDotDot); };
+    const QStringList before = entries();
+    A::SetAppicationValue(QStringLiteral("k"), 1);
+    A::SetUserValue(QStringLiteral("k"), 1);
+    A::SetDataFolder(home + QStringLiteral("/data"));
+    A::SetUserDataFolder(home + QStringLiteral("/user"));
+    A::SetPathOpen(QStringLiteral("/x"));
+    A::SetColorManagementNotEqualPolicy(A::NotEqualAsk);
+    A::FlushData();
+    A::UIReady();
+    QCOMPARE(entries(), before);
 
-    OVApplication::SetAppicationValue(QStringLiteral("k"), 1);
-    OVApplication::SetUserValue(QStringLiteral("k"), 1);
-    OVApplication::SetUserValue(OVApplication::ThemePath, QStringLiteral(":/Light"));
-    OVApplication::SetDataFolder(home + QStringLiteral("/data"));
-    OVApplication::SetUserDataFolder(home + QStringLiteral("/user"));
-    OVApplication::SetPathOpen(QStringLiteral("/x"));
-    OVApplication::SetPNGCompressionVisible(false);
-    OVApplication::SetWarnAboutLayerInfo(false);
-    OVApplication::SetColorManagementNotEqualPolicy(OVApplication::NotEqualAsk);
-
-    QCOMPARE(QDir(home).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden), before);
-    QCOMPARE(OVApplication::GetPathOpen(), QString());
-}
-
-void TestNoInstance::operationsAreHarmless()
-{
-    OVApplication::FlushData();
-    OVApplication::UIReady();
+    QCOMPARE(A::GetApplicationValue(QStringLiteral("k"), 5), QVariant(5));
+    // The default comes back as given, without the region stripping of stored languages.
+    QCOMPARE(A::GetUserValue(A::LanguageIndex, "pt_BR"), QVariant("pt_BR"));
+    QCOMPARE(A::GetDataFolder(), QString());
+    QCOMPARE(A::GetUserDataFolder(), QString());
+    QCOMPARE(A::GetPathOpen(), QString());
+    QCOMPARE(A::IsPNGCompressionVisible(), true);
+    QCOMPARE(A::WarnAboutLayerInfo(), true);
+    QCOMPARE(int(A::GetColorManagementMissingPolicy()), 1);
+    QCOMPARE(int(A::GetColorManagementNotEqualPolicy()), 3);
+    QCOMPARE(int(A::GetColorManagementColorSpaceMismatchPolicy()), 0);
+    QCOMPARE(A::GetBrushFactory(), nullptr);
+    QCOMPARE(A::GetProgressTimeout(), 2000);
 }
 
 int main(int argc, char** argv)
@@ -97,10 +60,8 @@ int main(int argc, char** argv)
     OVTest::IsolateEnvironment();
     s_beforeApplication = OVApplication::GetInstance() == nullptr &&
                           OVApplication::GetResourcePath().isEmpty() &&
-                          OVApplication::GetUserValue(QStringLiteral("k"), 3) == QVariant(3) &&
-                          OVApplication::GetDataFolder().isEmpty();
+                          OVApplication::GetUserValue(QStringLiteral("k"), 3) == QVariant(3);
     OVApplication::SetUserValue(QStringLiteral("k"), 1);
-    OVApplication::FlushData();
     OVApplication::UIReady();
 
     QApplication app(argc, argv);

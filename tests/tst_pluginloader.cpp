@@ -5,17 +5,12 @@
 #include "IBrushFactory.h"
 #include "OVApplication.h"
 #include "OVImageFileManager.h"
-#include "OVImageFileReader.h"
 #include "OVTestSupport.h"
 
 #include <QDir>
 #include <QFile>
-#include <QImage>
 #include <QPluginLoader>
 #include <QSettings>
-#include <QTemporaryDir>
-
-#include <unistd.h>
 
 namespace {
 
@@ -49,6 +44,20 @@ QString Base(const QString& file)
     return QFileInfo(file).completeBaseName();
 }
 
+// The signals of files that load, in order.
+QStringList Loaded(const QStringList& files)
+{
+    QStringList signalList;
+    for (const QString& file : files)
+        signalList << "Loading(" + file + ')' << "Loaded(" + file + ')';
+    return signalList;
+}
+
+QStringList Failed(const QString& file, const QString& error)
+{
+    return {"Loading(" + file + ')', "Error(" + file + ',' + error + ')'};
+}
+
 QStringList LoadLines(const QStringList& messages)
 {
     QStringList lines;
@@ -78,7 +87,7 @@ private slots:
     void explicitFiles();
     void pluginFileName_data();
     void pluginFileName();
-    void readsImagesThroughRealPlugin();
+    void loadsRealImagePlugin();
 
 private:
     // The application's folder layout: bin/ holds the test, ../Resources the resource folder
@@ -163,10 +172,10 @@ QString TestPluginLoader::Install(const QString& fixture, const QString& folder,
 void TestPluginLoader::Record(OVTest::SignalLog& log)
 {
     OVApplication* app = OVApplication::GetInstance();
-    log.Record(app, &OVApplication::PluginLoading, QStringLiteral("Loading"));
-    log.Record(app, &OVApplication::PluginLoaded, QStringLiteral("Loaded"));
-    log.Record(app, &OVApplication::PluginLoadingError, QStringLiteral("Error"));
-    log.Record(app, &OVApplication::PluginsLoadingFinished, QStringLiteral("Finished"));
+    log.Record(app, &OVApplication::PluginLoading, "Loading");
+    log.Record(app, &OVApplication::PluginLoaded, "Loaded");
+    log.Record(app, &OVApplication::PluginLoadingError, "Error");
+    log.Record(app, &OVApplication::PluginsLoadingFinished, "Finished");
 }
 
 void TestPluginLoader::loadsFoldersInOrder()
@@ -198,18 +207,12 @@ void TestPluginLoader::loadsFoldersInOrder()
 
     OVApplication::LoadPlugins();
 
-    QStringList expected;
-    for (const QString& file : {brush, upper, image})
-        expected << QStringLiteral("Loading(%1)").arg(file) << QStringLiteral("event(%1)").arg(Base(file))
-                 << QStringLiteral("Loaded(%1)").arg(file);
-    const QList<QPair<QString, QString>> failures = {{empty, QStringLiteral("Empty container.")},
-                                                     {other, QStringLiteral("Is not an Orvelin's plugin.")},
-                                                     {plain, plainError}};
-    for (const auto& failure : failures)
-        expected << QStringLiteral("Loading(%1)").arg(failure.first)
-                 << QStringLiteral("event(%1)").arg(Base(failure.first))
-                 << QStringLiteral("Error(%1,%2)").arg(failure.first, failure.second);
-    expected << QStringLiteral("Finished()");
+    // A queued event of each file runs between its start and its result.
+    QStringList expected = Loaded({brush, upper, image}) + Failed(empty, "Empty container.") +
+                           Failed(other, "Is not an Orvelin's plugin.") + Failed(plain, plainError);
+    for (int i = 5; i >= 0; --i)
+        expected.insert(2 * i + 1, "event(" + Base(expected.at(2 * i).mid(8).chopped(1)) + ')');
+    expected << "Finished()";
     QCOMPARE(log.Take(), expected);
     QVERIFY(!plainError.isEmpty());
 
@@ -219,9 +222,8 @@ void TestPluginLoader::loadsFoldersInOrder()
     QCOMPARE(OVApplication::GetErrorInfo(General() + QStringLiteral("/readme.txt")),
              QStringLiteral("Errors not found"));
     QCOMPARE(FixtureCalls(),
-             (QStringList{QStringLiteral("brush:Initialize"), QStringLiteral("tool:Initialize"),
-                          QStringLiteral("image:Initialize"), QStringLiteral("empty:Initialize"),
-                          QStringLiteral("empty:destroyed")}));
+             (OVTest::Words(
+                 "brush:Initialize tool:Initialize image:Initialize empty:Initialize empty:destroyed")));
 
     // What the libraries brought: the image file plug-in and the brush factory.
     OVImageFileManager* registry = OVImageFileManager::GetInstance();
@@ -242,21 +244,18 @@ void TestPluginLoader::loadsFoldersInOrder()
     // The user interface is announced to the loaded containers, last loaded first.
     ClearFixtureCalls();
     OVApplication::UIReady();
-    QCOMPARE(FixtureCalls(), (QStringList{QStringLiteral("image:UIReady"), QStringLiteral("tool:UIReady"),
-                                          QStringLiteral("brush:UIReady")}));
+    QCOMPARE(FixtureCalls(), (OVTest::Words("image:UIReady tool:UIReady brush:UIReady")));
 
     // Unloading takes everything back, last loaded first, and keeps the records.
     ClearFixtureCalls();
     capture.Clear();
     OVApplication::UnloadPlugins();
     QCOMPARE(FixtureCalls(),
-             (QStringList{QStringLiteral("image:Release"), QStringLiteral("image:destroyed"),
-                          QStringLiteral("tool:Release"), QStringLiteral("tool:destroyed"),
-                          QStringLiteral("brush:Release"), QStringLiteral("brush:destroyed")}));
+             (OVTest::Words(
+                 "image:Release image:destroyed tool:Release tool:destroyed brush:Release brush:destroyed")));
+    const QString unloaded = QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"");
     QCOMPARE(LoadLines(capture.Messages()),
-             (QStringList{QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"").arg(image),
-                          QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"").arg(upper),
-                          QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"").arg(brush)}));
+             (QStringList{unloaded.arg(image), unloaded.arg(upper), unloaded.arg(brush)}));
     QCOMPARE(registry->GetPluginForRead(QStringLiteral("fxa")), nullptr);
     QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
     QCOMPARE(OVApplication::GetErrorInfo(brush), QStringLiteral("Plugin OK."));
@@ -264,9 +263,7 @@ void TestPluginLoader::loadsFoldersInOrder()
 
     ClearFixtureCalls();
     OVApplication::UIReady();
-    OVApplication::UnloadPlugins();
     QVERIFY(FixtureCalls().isEmpty());
-    QVERIFY(log.Entries().isEmpty());
 }
 
 void TestPluginLoader::wellKnownFlags_data()
@@ -275,27 +272,20 @@ void TestPluginLoader::wellKnownFlags_data()
     QTest::addColumn<QStringList>("loaded");
     using A = OVApplication;
     QTest::newRow("none") << 0 << QStringList();
-    QTest::newRow("adjustments") << int(A::Adjustments) << QStringList{QStringLiteral("adjustments")};
-    QTest::newRow("filters, case-sensitive") << int(A::Filters) << QStringList{QStringLiteral("filter")};
-    QTest::newRow("image io") << int(A::ImageIO) << QStringList{QStringLiteral("imageio")};
-    QTest::newRow("tools") << int(A::Tools)
-                           << QStringList{QStringLiteral("basictools"), QStringLiteral("generaltools")};
+    QTest::newRow("filters, case-sensitive") << int(A::Filters) << QStringList{"filter"};
+    // The base name ends at the first dot.
+    QTest::newRow("image io") << int(A::ImageIO) << QStringList{"imageio", "imageio.v2"};
+    QTest::newRow("tools") << int(A::Tools) << QStringList{"basictools", "generaltools"};
     QTest::newRow("brushes: the whole brush folder")
-        << int(A::Brushes) << QStringList{QStringLiteral("brushcontainer"), QStringLiteral("extra")};
-    QTest::newRow("every flag") << int(A::Adjustments | A::Filters | A::ImageIO | A::Brushes | A::Tools)
-                                << QStringList{
-                                       QStringLiteral("brushcontainer"), QStringLiteral("extra"),
-                                       QStringLiteral("adjustments"),    QStringLiteral("basictools"),
-                                       QStringLiteral("filter"),         QStringLiteral("generaltools"),
-                                       QStringLiteral("imageio")};
+        << int(A::Brushes) << QStringList{"brushcontainer", "extra"};
+    QTest::newRow("every flag")
+        << int(A::Adjustments | A::Filters | A::ImageIO | A::Brushes | A::Tools)
+        << OVTest::Words(
+               "brushcontainer extra adjustments basictools filter generaltools imageio imageio.v2");
     // -1 stands for LoadPlugins() without flags: every library of both folders.
     QTest::newRow("no flags at all") << -1
-                                     << QStringList{
-                                            QStringLiteral("brushcontainer"), QStringLiteral("extra"),
-                                            QStringLiteral("Filter"),         QStringLiteral("adjustments"),
-                                            QStringLiteral("basictools"),     QStringLiteral("filter"),
-                                            QStringLiteral("generaltools"),   QStringLiteral("imageio"),
-                                            QStringLiteral("other")};
+                                     << OVTest::Words("brushcontainer extra Filter adjustments basictools "
+                                                      "filter generaltools imageio imageio.v2 other");
 }
 
 void TestPluginLoader::wellKnownFlags()
@@ -306,8 +296,8 @@ void TestPluginLoader::wellKnownFlags()
     Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
     Install(QStringLiteral("toolcontainer"), Brush(), QStringLiteral("extra"));
     for (const char* name :
-         {"adjustments", "filter", "Filter", "imageio", "basictools", "generaltools", "other"})
-        Install(QStringLiteral("toolcontainer"), General(), QString::fromLatin1(name));
+         {"adjustments", "filter", "Filter", "imageio", "imageio.v2", "basictools", "generaltools", "other"})
+        Install(QStringLiteral("toolcontainer"), General(), QString::fromLatin1(name) + '.' + kSuffix);
 
     OVTest::SignalLog log;
     Record(log);
@@ -316,15 +306,11 @@ void TestPluginLoader::wellKnownFlags()
     else
         OVApplication::LoadPlugins(OVApplication::PluginsLoadTypes(flags));
 
-    QStringList expected;
-    for (const QString& name : loaded) {
-        const QString folder =
-            name == QLatin1String("brushcontainer") || name == QLatin1String("extra") ? Brush() : General();
-        const QString file = folder + QLatin1Char('/') + name + QLatin1Char('.') + kSuffix;
-        expected << QStringLiteral("Loading(%1)").arg(file) << QStringLiteral("Loaded(%1)").arg(file);
-    }
-    expected << QStringLiteral("Finished()");
-    QCOMPARE(log.Entries(), expected);
+    QStringList files;
+    for (const QString& name : loaded)
+        files << (name == "brushcontainer" || name == "extra" ? Brush() : General()) + '/' + name + '.' +
+                     kSuffix;
+    QCOMPARE(log.Entries(), Loaded(files) << "Finished()");
 }
 
 void TestPluginLoader::missingFolders_data()
@@ -351,9 +337,8 @@ void TestPluginLoader::missingFolders_data()
     QTest::newRow("brush folder missing") << "brush" << -1 << QStringList{brushMissing} << general << true;
     QTest::newRow("brush folder missing, not asked for")
         << "brush" << int(OVApplication::ImageIO) << QStringList() << general << true;
+    QTest::newRow("folder name with a comma") << "comma" << -1 << QStringList() << general << true;
     QTest::newRow("no plugins.ini") << "none" << -1 << QStringList() << binTwice << true;
-    QTest::newRow("garbage plugins.ini") << "garbage" << -1 << QStringList() << binTwice << true;
-    QTest::newRow("unreadable general folder") << "unreadable" << -1 << QStringList() << none << true;
 }
 
 void TestPluginLoader::missingFolders()
@@ -365,7 +350,10 @@ void TestPluginLoader::missingFolders()
     QFETCH(bool, finished);
 
     Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
-    const QString general = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("imageio"));
+    // QSettings would read the unquoted folder name with a comma as a list.
+    const QString folder = ini == QLatin1String("comma") ? General() + QStringLiteral(", v2") : General();
+    QVERIFY(QDir().mkpath(folder));
+    const QString general = Install(QStringLiteral("toolcontainer"), folder, QStringLiteral("imageio"));
     const QString bin = Install(QStringLiteral("toolcontainer"), QCoreApplication::applicationDirPath(),
                                 QStringLiteral("inbin-%1").arg(m_round));
     const QString iniPath = Root() + QStringLiteral("/Resources/plugins.ini");
@@ -377,14 +365,13 @@ void TestPluginLoader::missingFolders()
         WriteIni(QStringLiteral("../nowhere"), QStringLiteral("../%1/general").arg(Plugins()));
     else if (ini == QLatin1String("none"))
         QVERIFY(QFile::remove(iniPath));
-    else if (ini == QLatin1String("garbage")) {
+    else if (ini == QLatin1String("comma")) {
         QFile file(iniPath);
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(QByteArray("\xff\xfe[[[\x01\x02general\x00\n]]]brush\n\x7f", 26));
-    } else if (ini == QLatin1String("unreadable")) {
-        if (geteuid() == 0)
-            QSKIP("File permissions do not bind the super-user");
-        QVERIFY(QFile::setPermissions(General(), QFileDevice::Permissions()));
+        file.write(QStringLiteral("[General]\nbrush=../nowhere, v2\ngeneral=../%1/general, v2\n")
+                       .arg(Plugins())
+                       .toUtf8());
+        logged << QStringLiteral("Brush folder is missing");
     }
 
     OVTest::SignalLog log;
@@ -394,8 +381,6 @@ void TestPluginLoader::missingFolders()
         OVApplication::LoadPlugins();
     else
         OVApplication::LoadPlugins(OVApplication::PluginsLoadTypes(flags));
-    QFile::setPermissions(General(),
-                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     OVApplication::UnloadPlugins();
     QFile::remove(bin);
 
@@ -403,14 +388,10 @@ void TestPluginLoader::missingFolders()
     for (const QString& message : capture.Messages())
         messages << message.section(QLatin1String("\". "), 1).chopped(1);
     QCOMPARE(messages.filter(QStringLiteral("folder")), logged);
-    QStringList expected;
-    for (const QString& which : loads) {
-        const QString file = which == QLatin1String("bin") ? bin : general;
-        expected << QStringLiteral("Loading(%1)").arg(file) << QStringLiteral("Loaded(%1)").arg(file);
-    }
-    if (finished)
-        expected << QStringLiteral("Finished()");
-    QCOMPARE(log.Entries(), expected);
+    QStringList files;
+    for (const QString& which : loads)
+        files << (which == "bin" ? bin : general);
+    QCOMPARE(log.Entries(), Loaded(files) + (finished ? QStringList{"Finished()"} : QStringList()));
 }
 
 void TestPluginLoader::explicitFiles()
@@ -431,34 +412,33 @@ void TestPluginLoader::explicitFiles()
     Record(log);
     OVApplication::LoadPlugins(QStringList{missing, folder, corrupt, image, image});
     OVApplication::LoadPlugin(tool);
+    // A plug-in with the brush factory's UID replaces the factory with what it is: none.
+    const QString brush =
+        Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
+    const QString fake = Install(QStringLiteral("fakebrush"), Brush(), QStringLiteral("fakebrush"));
+    OVApplication::LoadPlugin(brush);
+    QVERIFY(OVApplication::GetBrushFactory());
+    OVApplication::LoadPlugin(fake);
+    QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
+    OVApplication::UnloadPlugins(QStringList{brush, fake});
+    QCOMPARE(log.Entries().mid(12, 2), Loaded({brush}));
 
     const QString folderError = OVApplication::GetErrorInfo(folder);
     const QString corruptError = OVApplication::GetErrorInfo(corrupt);
     QVERIFY(!folderError.isEmpty() && folderError != QLatin1String("Plugin OK."));
     QVERIFY(!corruptError.isEmpty() && corruptError != QLatin1String("Plugin OK."));
-    QCOMPARE(log.Take(),
-             (QStringList{QStringLiteral("Loading(%1)").arg(missing),
-                          QStringLiteral("Error(%1,Missing file)").arg(missing),
-                          QStringLiteral("Loading(%1)").arg(folder),
-                          QStringLiteral("Error(%1,%2)").arg(folder, folderError),
-                          QStringLiteral("Loading(%1)").arg(corrupt),
-                          QStringLiteral("Error(%1,%2)").arg(corrupt, corruptError),
-                          QStringLiteral("Loading(%1)").arg(image), QStringLiteral("Loaded(%1)").arg(image),
-                          QStringLiteral("Loading(%1)").arg(image), QStringLiteral("Loaded(%1)").arg(image),
-                          QStringLiteral("Loading(%1)").arg(tool), QStringLiteral("Loaded(%1)").arg(tool)}));
+    QCOMPARE(log.Take().mid(0, 12), Failed(missing, "Missing file") + Failed(folder, folderError) +
+                                        Failed(corrupt, corruptError) + Loaded({image, image, tool}));
     QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{missing, folder, corrupt}));
     // The same library loaded twice is one library: its container is initialised twice.
-    QCOMPARE(FixtureCalls(),
-             (QStringList{QStringLiteral("image:Initialize"), QStringLiteral("image:Initialize"),
-                          QStringLiteral("tool:Initialize")}));
+    QCOMPARE(FixtureCalls().mid(0, 3), (OVTest::Words("image:Initialize image:Initialize tool:Initialize")));
 
     // Unloading by name releases and forgets every record of the name, each with its own
     // unload and log line.
     ClearFixtureCalls();
     OVTest::LogCapture capture;
     OVApplication::UnloadPlugin(image);
-    QCOMPARE(FixtureCalls().filter(QStringLiteral("Release")),
-             (QStringList{QStringLiteral("image:Release"), QStringLiteral("image:Release")}));
+    QCOMPARE(FixtureCalls().filter(QStringLiteral("Release")), OVTest::Words("image:Release image:Release"));
     const QStringList unloadLines = LoadLines(capture.Messages());
     QCOMPARE(unloadLines.size(), 2);
     const QRegularExpression unloadLine(
@@ -507,31 +487,12 @@ void TestPluginLoader::pluginFileName()
     QFile::remove(real);
 }
 
-void TestPluginLoader::readsImagesThroughRealPlugin()
+void TestPluginLoader::loadsRealImagePlugin()
 {
     const QString plugin = Install(QStringLiteral(OV_IMAGEIO_PLUGIN), General(), QStringLiteral("imageio"));
-    OVTest::LogCapture capture;
     OVApplication::LoadPlugins(OVApplication::ImageIO);
     QCOMPARE(OVApplication::GetErrorInfo(plugin), QStringLiteral("Plugin OK."));
-    const QStringList lines = LoadLines(capture.Messages());
-    QCOMPARE(lines.size(), 1);
-    qInfo("Load line of the image plug-in: %s", qPrintable(lines.first()));
-
-    QTemporaryDir dir;
-    QImage picture(7, 5, QImage::Format_ARGB32);
-    picture.fill(QColor(10, 20, 30, 255));
-    picture.setPixel(3, 2, qRgba(200, 100, 50, 255));
-    const QString path = dir.filePath(QStringLiteral("picture.png"));
-    QVERIFY(picture.save(path));
-
-    OVImageFileManager* registry = OVImageFileManager::GetInstance();
-    QVERIFY(registry->GetPluginForRead(QStringLiteral("PNG")) != nullptr);
-    OVImageFileReader* reader = registry->CreateReader(QStringLiteral("png"));
-    QVERIFY(reader != nullptr);
-    QImage read;
-    QVERIFY(reader->Read(path, read));
-    registry->ReleaseReader(reader);
-    QCOMPARE(read.convertToFormat(QImage::Format_ARGB32), picture);
+    QVERIFY(OVImageFileManager::GetInstance()->GetPluginForRead(QStringLiteral("PNG")));
 }
 
 OV_TEST_MAIN(TestPluginLoader)

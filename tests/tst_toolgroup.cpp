@@ -6,7 +6,6 @@
 #include "OVTestSupport.h"
 #include "OVToolGroupManager.h"
 
-#include <QMetaMethod>
 #include <QPointer>
 #include <QRegularExpression>
 
@@ -24,9 +23,16 @@ public:
     bool locked = false;
 };
 
-const QStringList kChosenA{QStringLiteral("A.SetChecked(true)")};
-const QStringList kTemporaryT{QStringLiteral("E.SetChecked(true)"),
-                              QStringLiteral("T.SetImplicitChecked(true)")};
+// Set-ups: A chosen; E chosen with T in effect for a while.
+const char* const kChosenA = "A.SetChecked(true) ";
+const char* const kTemporaryT = "E.SetChecked(true) T.SetImplicitChecked(true) ";
+
+// A row: the set-up steps, the steps, the signals the steps emit, and the state after them.
+void Row(const char* name, const QString& setup, const char* steps, const char* emitted, const char* state)
+{
+    QTest::newRow(name) << OVTest::Words(setup) << OVTest::Words(steps) << OVTest::Words(emitted)
+                        << QString::fromLatin1(state);
+}
 
 } // namespace
 
@@ -38,17 +44,15 @@ private slots:
     void init();
     void cleanup();
 
-    void metaObject();
     void actionStates_data();
     void actionStates();
     void groupTransitions_data();
     void groupTransitions();
     void membership();
-    void noInstance();
 
 private:
     LockableAction* Action(const QString& name) const;
-    // Runs "X.Slot(arg)", "Activate(X)", "Remove(X)" or "delete X"; Activate's result is
+    // Runs "X.Slot(arg)", "Activate(X)", "Remove(X)" or "delete(X)"; Activate's result is
     // logged as "Activate(X)=result".
     void Run(const QString& step);
     // "explicit=E implicit=E checked=E implied=E,T": the group's two actions and the names of
@@ -100,16 +104,14 @@ LockableAction* TestToolGroup::Action(const QString& name) const
 void TestToolGroup::Run(const QString& step)
 {
     static const QRegularExpression call(QStringLiteral(R"(^(?:(\w)\.)?(\w+)\((\w*)\)$)"));
-    if (step.startsWith(QLatin1String("delete "))) {
-        delete Action(step.mid(7));
-        return;
-    }
     const QRegularExpressionMatch match = call.match(step);
     QVERIFY2(match.hasMatch(), qPrintable(step));
     const QString target = match.captured(1);
     const QByteArray method = match.captured(2).toLatin1();
     const QString argument = match.captured(3);
-    if (target.isEmpty() && method == "Activate") {
+    if (method == "delete") {
+        delete Action(argument);
+    } else if (target.isEmpty() && method == "Activate") {
         const bool result = OVToolGroupManager::Activate(Action(argument));
         m_log.Append(step + QLatin1Char('=') + OVTest::Describe(result));
     } else if (target.isEmpty() && method == "Remove") {
@@ -149,55 +151,22 @@ void TestToolGroup::AddColumns()
     QTest::addColumn<QString>("state");
 }
 
-void TestToolGroup::metaObject()
-{
-    const auto methods = [](const QMetaObject& meta) {
-        QStringList list;
-        for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-            const QMetaMethod method = meta.method(i);
-            const char* kind = method.methodType() == QMetaMethod::Signal ? "signal " : "slot ";
-            list << QLatin1String(kind) + QString::fromLatin1(method.methodSignature());
-        }
-        return list;
-    };
-    QCOMPARE(methods(OVActivateAction::staticMetaObject),
-             (QStringList{"signal Toggled(bool)", "signal ImplicitToggled(bool)", "slot AllowChange(bool)",
-                          "slot AllowChange()", "slot Toggle()", "slot ImplicitToggle()",
-                          "slot SetChecked(bool)", "slot SetImplicitChecked(bool)"}));
-    QCOMPARE(
-        methods(OVToolGroupManager::staticMetaObject),
-        (QStringList{"slot OnToggled(bool)", "slot OnImplicitToggled(bool)", "slot OnDestroyed(QObject*)"}));
-}
-
 void TestToolGroup::actionStates_data()
 {
     AddColumns();
-    const QStringList none;
-    QTest::newRow("check") << none << QStringList{"S.SetChecked(true)"}
-                           << QStringList{"S.Implicit(true)", "S.Toggled(true)"}
-                           << "explicit=- implicit=- checked=S implied=S";
-    QTest::newRow("check while implied")
-        << QStringList{"S.SetImplicitChecked(true)"} << QStringList{"S.SetChecked(true)"}
-        << QStringList{"S.Toggled(true)"} << "explicit=- implicit=- checked=S implied=S";
-    QTest::newRow("uncheck") << QStringList{"S.SetChecked(true)"} << QStringList{"S.SetChecked(false)"}
-                             << QStringList{"S.Implicit(false)", "S.Toggled(false)"}
-                             << "explicit=- implicit=- checked= implied=";
-    QTest::newRow("unchanged") << none << QStringList{"S.SetChecked(false)", "S.SetImplicitChecked(false)"}
-                               << none << "explicit=- implicit=- checked= implied=";
-    QTest::newRow("toggles") << none << QStringList{"S.Toggle()", "S.ImplicitToggle()", "S.ImplicitToggle()"}
-                             << QStringList{"S.Implicit(true)", "S.Toggled(true)", "S.Implicit(false)",
-                                            "S.Implicit(true)"}
-                             << "explicit=- implicit=- checked=S implied=S";
+    const char* const checkedS = "explicit=- implicit=- checked=S implied=S";
+    Row("check", "", "S.SetChecked(true)", "S.Implicit(true) S.Toggled(true)", checkedS);
+    Row("uncheck", "S.SetChecked(true)", "S.SetChecked(false)", "S.Implicit(false) S.Toggled(false)",
+        "explicit=- implicit=- checked= implied=");
+    Row("toggles", "", "S.Toggle() S.ImplicitToggle() S.ImplicitToggle()",
+        "S.Implicit(true) S.Toggled(true) S.Implicit(false) S.Implicit(true)", checkedS);
     // Refused changes emit nothing; only the check after AllowChange() is heard.
-    QTest::newRow("not allowed") << QStringList{"S.AllowChange(false)"}
-                                 << QStringList{"S.SetChecked(true)", "S.SetImplicitChecked(true)",
-                                                "S.Toggle()",         "S.ImplicitToggle()",
-                                                "S.AllowChange()",    "S.SetChecked(true)"}
-                                 << QStringList{"S.Implicit(true)", "S.Toggled(true)"}
-                                 << "explicit=- implicit=- checked=S implied=S";
-    QTest::newRow("refused by subclass") << QStringList{"S.SetChecked(true)", "S.Lock()"}
-                                         << QStringList{"S.SetChecked(false)", "S.ImplicitToggle()"} << none
-                                         << "explicit=- implicit=- checked=S implied=S";
+    Row("not allowed", "S.AllowChange(false)",
+        "S.SetChecked(true) S.SetImplicitChecked(true) S.Toggle() S.ImplicitToggle() S.AllowChange() "
+        "S.SetChecked(true)",
+        "S.Implicit(true) S.Toggled(true)", checkedS);
+    Row("refused by subclass", "S.SetChecked(true) S.Lock()", "S.SetChecked(false) S.ImplicitToggle()", "",
+        checkedS);
 }
 
 void TestToolGroup::CheckRow()
@@ -219,66 +188,46 @@ void TestToolGroup::CheckRow()
 void TestToolGroup::groupTransitions_data()
 {
     AddColumns();
-    const QStringList none;
+    const char* const onlyB = "explicit=B implicit=B checked=B implied=B";
+    const char* const onlyE = "explicit=E implicit=E checked=E implied=E";
+    const char* const nothing = "explicit=- implicit=- checked= implied=";
+    const QString chosenA = kChosenA;
+    const QString temporaryT = kTemporaryT;
 
     // Activation.
-    QTest::newRow("activate from empty")
-        << none << QStringList{"Activate(B)"}
-        << QStringList{"B.Implicit(true)", "B.Toggled(true)", "Activate(B)=true"}
-        << "explicit=B implicit=B checked=B implied=B";
-    QTest::newRow("activate over chosen")
-        << kChosenA << QStringList{"Activate(B)"}
-        << QStringList{"A.Implicit(false)", "A.Toggled(false)", "B.Implicit(true)", "B.Toggled(true)",
-                       "Activate(B)=true"}
-        << "explicit=B implicit=B checked=B implied=B";
+    Row("activate from empty", "", "Activate(B)", "B.Implicit(true) B.Toggled(true) Activate(B)=true", onlyB);
+    Row("activate over chosen", chosenA, "Activate(B)",
+        "A.Implicit(false) A.Toggled(false) B.Implicit(true) B.Toggled(true) Activate(B)=true", onlyB);
     // The chosen tool takes the implicit state back quietly; only the group misses it.
-    QTest::newRow("activate over temporary")
-        << kTemporaryT << QStringList{"Activate(B)"}
-        << QStringList{"T.Implicit(false)", "E.Implicit(true)", "E.Implicit(false)", "E.Toggled(false)",
-                       "B.Implicit(true)",  "B.Toggled(true)",  "Activate(B)=true"}
-        << "explicit=B implicit=B checked=B implied=B";
-    QTest::newRow("activate chosen") << kChosenA << QStringList{"Activate(A)"}
-                                     << QStringList{"Activate(A)=true"}
-                                     << "explicit=A implicit=A checked=A implied=A";
-    QTest::newRow("activate chosen under temporary")
-        << kTemporaryT << QStringList{"Activate(E)"}
-        << QStringList{"T.Implicit(false)", "E.Implicit(true)", "Activate(E)=true"}
-        << "explicit=E implicit=E checked=E implied=E";
-    QTest::newRow("activate with temporary only")
-        << QStringList{"T.SetImplicitChecked(true)"} << QStringList{"Activate(X)"}
-        << QStringList{"T.Implicit(false)", "Activate(X)=true"} << "explicit=- implicit=- checked= implied=";
-    QTest::newRow("chosen refuses") << kChosenA + QStringList{"A.Lock()"} << QStringList{"Activate(B)"}
-                                    << QStringList{"Activate(B)=false"}
-                                    << "explicit=A implicit=A checked=A implied=A";
-    QTest::newRow("temporary refuses")
-        << kTemporaryT + QStringList{"T.Lock()"} << QStringList{"Activate(B)"}
-        << QStringList{"Activate(B)=false"} << "explicit=E implicit=T checked=E implied=T";
+    Row("activate over temporary", temporaryT, "Activate(B)",
+        "T.Implicit(false) E.Implicit(true) E.Implicit(false) E.Toggled(false) B.Implicit(true) "
+        "B.Toggled(true) Activate(B)=true",
+        onlyB);
+    Row("activate chosen", chosenA, "Activate(A)", "Activate(A)=true",
+        "explicit=A implicit=A checked=A implied=A");
+    Row("activate with temporary only", "T.SetImplicitChecked(true)", "Activate(X)",
+        "T.Implicit(false) Activate(X)=true", nothing);
+    Row("chosen refuses", chosenA + "A.Lock()", "Activate(B)", "Activate(B)=false",
+        "explicit=A implicit=A checked=A implied=A");
+    Row("temporary refuses", temporaryT + "T.Lock()", "Activate(B)", "Activate(B)=false",
+        "explicit=E implicit=T checked=E implied=T");
 
     // Members changing their own states.
-    QTest::newRow("temporary over chosen") << kChosenA << QStringList{"T.SetImplicitChecked(true)"}
-                                           << QStringList{"T.Implicit(true)", "A.Implicit(false)"}
-                                           << "explicit=A implicit=T checked=A implied=T";
-    QTest::newRow("temporary ends") << kTemporaryT << QStringList{"T.SetImplicitChecked(false)"}
-                                    << QStringList{"T.Implicit(false)", "E.Implicit(true)"}
-                                    << "explicit=E implicit=E checked=E implied=E";
-    QTest::newRow("chosen unchecked under temporary")
-        << kTemporaryT << QStringList{"E.SetChecked(false)"} << QStringList{"E.Toggled(false)"}
-        << "explicit=- implicit=T checked= implied=T";
+    Row("temporary over chosen", chosenA, "T.SetImplicitChecked(true)", "T.Implicit(true) A.Implicit(false)",
+        "explicit=A implicit=T checked=A implied=T");
+    Row("temporary ends", temporaryT, "T.SetImplicitChecked(false)", "T.Implicit(false) E.Implicit(true)",
+        onlyE);
+    Row("chosen unchecked under temporary", temporaryT, "E.SetChecked(false)", "E.Toggled(false)",
+        "explicit=- implicit=T checked= implied=T");
     // Checking a member directly does not uncheck the chosen one.
-    QTest::newRow("member checked") << kChosenA << QStringList{"B.SetChecked(true)"}
-                                    << QStringList{"B.Implicit(true)", "A.Implicit(false)", "B.Toggled(true)"}
-                                    << "explicit=B implicit=B checked=A,B implied=B";
+    Row("member checked", chosenA, "B.SetChecked(true)", "B.Implicit(true) A.Implicit(false) B.Toggled(true)",
+        "explicit=B implicit=B checked=A,B implied=B");
 
     // Members leaving; a removed member keeps its flags.
-    QTest::newRow("remove temporary")
-        << kTemporaryT << QStringList{"Remove(T)", "T.SetImplicitChecked(false)"}
-        << QStringList{"E.Implicit(true)", "T.Implicit(false)"}
-        << "explicit=E implicit=E checked=E implied=E";
-    QTest::newRow("delete chosen") << kChosenA << QStringList{"delete A"} << none
-                                   << "explicit=- implicit=- checked= implied=";
-    QTest::newRow("delete temporary")
-        << kTemporaryT << QStringList{"delete T"} << QStringList{"E.Implicit(true)"}
-        << "explicit=E implicit=E checked=E implied=E";
+    Row("remove temporary", temporaryT, "Remove(T) T.SetImplicitChecked(false)",
+        "E.Implicit(true) T.Implicit(false)", onlyE);
+    Row("delete chosen", chosenA, "delete(A)", "", nothing);
+    Row("delete temporary", temporaryT, "delete(T)", "E.Implicit(true)", onlyE);
 }
 
 void TestToolGroup::actionStates()
@@ -330,32 +279,6 @@ void TestToolGroup::membership()
     OVToolGroupManager::Remove(&outsider);
     QVERIFY(!OVToolGroupManager::Activate(nullptr));
     QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QString());
-}
-
-void TestToolGroup::noInstance()
-{
-    LockableAction* a = Action("A");
-    OVToolGroupManager::ReleaseInstance();
-    QCOMPARE(OVToolGroupManager::GetInstance(), nullptr);
-
-    OVToolGroupManager::Add(a, QStringLiteral("uid"));
-    OVToolGroupManager::Remove(a);
-    QVERIFY(!OVToolGroupManager::Activate(a));
-    QCOMPARE(m_log.Take(), QStringList());
-    QCOMPARE(OVToolGroupManager::GetExplicitAction(), nullptr);
-    QCOMPARE(OVToolGroupManager::GetImplicitAction(), nullptr);
-    QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QString());
-
-    // Former members work on their own.
-    a->SetChecked(true);
-    QCOMPARE(m_log.Take(), (QStringList{"A.Implicit(true)", "A.Toggled(true)"}));
-
-    // A second InitInstance keeps the first instance, which starts empty.
-    OVToolGroupManager::InitInstance();
-    OVToolGroupManager* first = OVToolGroupManager::GetInstance();
-    OVToolGroupManager::InitInstance();
-    QCOMPARE(OVToolGroupManager::GetInstance(), first);
-    QCOMPARE(OVToolGroupManager::GetExplicitAction(), nullptr);
 }
 
 OV_TEST_MAIN(TestToolGroup)

@@ -1,10 +1,17 @@
 #include "private/OVBuildLog_p.h"
 
 #include <QDebug>
+#include <QLoggingCategory>
 
 #ifndef OVCORE_SOURCE_ROOT
 #define OVCORE_SOURCE_ROOT ""
 #endif
+
+namespace {
+// Every line goes through one category, so that a host can silence or route the library's
+// diagnostics with Qt's logging rules ("ovcore.debug=false").
+Q_LOGGING_CATEGORY(lcCore, "ovcore")
+} // namespace
 
 QString OVBuildLog::Format(const char* date, const char* time, int line, const QString& file,
                            const QString& message)
@@ -21,7 +28,7 @@ QString OVBuildLog::Format(const char* date, const char* time, int line, const Q
 void OVBuildLog::Write(const char* date, const char* time, int line, const QString& file,
                        const QString& message)
 {
-    qDebug() << Format(date, time, line, file, message);
+    qCDebug(lcCore) << Format(date, time, line, file, message);
 }
 
 QString OVBuildLog::SourcePath(const char* file)
@@ -30,5 +37,9 @@ QString OVBuildLog::SourcePath(const char* file)
     const QString root = QString::fromUtf8(OVCORE_SOURCE_ROOT);
     if (!root.isEmpty() && path.startsWith(root))
         path.remove(0, root.size());
+    // A compiler launcher may hand the compiler a path relative to the build folder
+    // ("../../src/x.cpp"); the project-relative path follows the leading steps up.
+    while (path.startsWith(QLatin1String("../")) || path.startsWith(QLatin1String("./")))
+        path.remove(0, path.indexOf(QLatin1Char('/')) + 1);
     return path.replace(QLatin1Char('/'), QLatin1Char('\\'));
 }

@@ -34,7 +34,7 @@ OVImageFileManagerPrivate::~OVImageFileManagerPrivate()
 OVImageFileManagerPrivate::Side OVImageFileManagerPrivate::ReadSide()
 {
     return {readGroups,
-            readAllStale,
+            readAllSorted,
             readerUIDs,
             readPlugins,
             readEntries,
@@ -49,7 +49,7 @@ OVImageFileManagerPrivate::Side OVImageFileManagerPrivate::ReadSide()
 OVImageFileManagerPrivate::Side OVImageFileManagerPrivate::WriteSide()
 {
     return {writeGroups,
-            writeAllStale,
+            writeAllSorted,
             writerUIDs,
             writePlugins,
             writeEntries,
@@ -93,23 +93,16 @@ void OVImageFileManagerPrivate::RegisterSide(const Side& side, OVImageFilePlugin
     }
 
     // The plug-in goes in front of every format it handles on this side, so that the plug-in
-    // registered last serves the format. A format nobody served before joins the All group.
-    bool allChanged = false;
+    // registered last serves the format. A format new to the All group joins it.
     for (const QString& format : plugin->GetFormats()) {
         if (!(plugin->GetFormatCapabilities(format) & side.capability))
             continue;
-        QList<QObject*>& serving = side.plugins[format];
-        allChanged |= serving.isEmpty();
-        serving.prepend(object);
+        side.plugins[format].prepend(object);
         entries.formats << format;
     }
     side.entries.insert(object, entries);
-    if (allChanged) {
-        if (!side.groups.contains(AllGroup()))
-            side.groups.insert(AllGroup(), QStringList());
-        side.allStale = true;
+    if (AddToAllGroup(side, entries.formats))
         emit owner->SupportedGroupChanged(AllGroup());
-    }
 
     RegisterGroups(side, plugin);
 }
@@ -117,10 +110,6 @@ void OVImageFileManagerPrivate::RegisterSide(const Side& side, OVImageFilePlugin
 void OVImageFileManagerPrivate::RegisterGroups(const Side& side, OVImageFilePlugin* plugin)
 {
     for (const QString& group : plugin->GetGroups()) {
-        // The All group is the registry's own: it lists what the plug-ins serve, and naming
-        // it as a group adds nothing to it.
-        if (group == AllGroup())
-            continue;
         const QStringList offered = plugin->GetGroupFormats(group);
         // A known group is extended; a new one is made of the offered formats this side
         // handles, and is named by the first plug-in that fills it.
@@ -140,8 +129,41 @@ void OVImageFileManagerPrivate::RegisterGroups(const Side& side, OVImageFilePlug
             emit owner->SupportedGroupsChanged();
         }
         side.groups.insert(group, formats);
+        if (group == AllGroup())
+            side.allSorted = false;
         emit owner->SupportedGroupChanged(group);
     }
+}
+
+bool OVImageFileManagerPrivate::AddToAllGroup(const Side& side, const QStringList& formats)
+{
+    auto all = side.groups.find(AllGroup());
+    if (all == side.groups.end()) {
+        if (formats.isEmpty())
+            return false;
+        all = side.groups.insert(AllGroup(), QStringList());
+        side.allSorted = true;
+    }
+    // A sorted list of distinct formats takes each new one at its sorted place, which gives
+    // the same list as appending them all and sorting; an unsorted one is sorted afterwards.
+    bool changed = false;
+    for (const QString& format : formats) {
+        if (side.allSorted) {
+            const auto place = std::lower_bound(all->begin(), all->end(), format);
+            if (place == all->end() || *place != format) {
+                all->insert(place, format);
+                changed = true;
+            }
+        } else if (!all->contains(format)) {
+            all->append(format);
+            changed = true;
+        }
+    }
+    if (changed && !side.allSorted) {
+        all->sort();
+        side.allSorted = true;
+    }
+    return changed;
 }
 
 bool OVImageFileManagerPrivate::Unregister(OVImageFilePlugin* plugin)
@@ -200,11 +222,14 @@ void OVImageFileManagerPrivate::RemoveFromGroups(const Side& side, const QString
         const auto it = side.groups.find(uid);
         if (it == side.groups.end())
             continue;
-        // The format was served until now, so the All group held it.
-        if (uid == AllGroup())
-            side.allStale = true;
-        else if (!it->removeOne(format))
+        if (uid == AllGroup() && side.allSorted) {
+            const auto place = std::lower_bound(it->begin(), it->end(), format);
+            if (place == it->end() || *place != format)
+                continue;
+            it->erase(place);
+        } else if (!it->removeOne(format)) {
             continue;
+        }
         // An emptied group stays, with its name, until a plug-in fills it again.
         if (it->isEmpty() && uid != AllGroup())
             emit owner->SupportedGroupsChanged();
@@ -243,22 +268,6 @@ OVImageFilePlugin* OVImageFileManagerPrivate::UIDOwner(const QMap<QString, QObje
     return qobject_cast<OVImageFilePlugin*>(uids.value(uid));
 }
 
-const QMap<QString, QStringList>& OVImageFileManagerPrivate::Groups(const Side& side)
-{
-    // Formats come out of the format table in ascending order, and a format is in the All
-    // group exactly while some plug-in serves it.
-    if (side.allStale) {
-        QStringList formats;
-        for (auto it = side.plugins.cbegin(); it != side.plugins.cend(); ++it) {
-            if (!it->isEmpty())
-                formats << it.key();
-        }
-        side.groups.insert(AllGroup(), formats);
-        side.allStale = false;
-    }
-    return side.groups;
-}
-
 // Live readers and writers
 
 void OVImageFileManagerPrivate::Follow(const Side& side, QObject* product, QObject* plugin)
@@ -294,7 +303,7 @@ void OVImageFileManagerPrivate::BuildReadersPool(int n)
     if (n < 1)
         n = QThread::idealThreadCount();
     const Side side = ReadSide();
-    const QStringList formats = Groups(side).value(AllGroup());
+    const QStringList formats = readGroups.value(AllGroup());
     for (const QString& format : formats) {
         if (poolByFormat.contains(format))
             continue;
@@ -318,23 +327,20 @@ void OVImageFileManagerPrivate::BuildReadersPool(int n)
 void OVImageFileManagerPrivate::ReleaseReadersPool()
 {
     for (ReaderPoolEntry* entry : qAsConst(poolEntries)) {
-        while (entry->count > 0) {
-            // Waits for a borrowed reader to come back, then puts it on top again so that
-            // taking it out finds every reader of the entry idle.
-            QObject* reader = Borrow(entry);
-            GiveBack(entry, reader);
-            const int before = entry->count;
-            Release(ReadSide(), static_cast<OVImageFileReader*>(reader), &OVImageFilePlugin::ReleaseReader);
-            if (entry->count < before)
-                continue;
-            // Not a reader the registry follows: a null one from the plug-in is just dropped
-            // from the entry, and a second copy of a reader already taken out (one returned
-            // twice) goes with its surplus permit.
-            const auto it = poolByReader.constFind(reader);
-            if (it != poolByReader.cend() && !it.value())
-                Borrow(entry);
-            else
-                TakeFromEntry(entry, reader);
+        // Every reader of the entry is idle once it is drained; one returned more than once
+        // is on the stack more than once, and goes back to its plug-in only the first time.
+        // Only the pointer is compared, since the plug-in may have deleted it already.
+        std::vector<QObject*> readers;
+        for (QObject* reader : Drain(entry)) {
+            if (std::find(readers.begin(), readers.end(), reader) == readers.end())
+                readers.push_back(reader);
+        }
+        for (QObject* reader : readers) {
+            // A reader no longer of this entry was handed back or destroyed already; a null
+            // one from the plug-in is not followed and stays with the entry.
+            if (poolByReader.value(reader) == entry)
+                Release(ReadSide(), static_cast<OVImageFileReader*>(reader),
+                        &OVImageFilePlugin::ReleaseReader);
         }
         delete entry;
     }
@@ -371,27 +377,65 @@ void OVImageFileManagerPrivate::RemoveFromPool(QObject* reader)
 
 void OVImageFileManagerPrivate::TakeFromEntry(ReaderPoolEntry* entry, QObject* reader)
 {
-    // Taking every permit waits until no thread holds a reader of the entry.
-    entry->available.acquire(entry->count);
-    QMutexLocker locker(&entry->lock);
-    const auto pos = std::find(entry->readers.begin(), entry->readers.end(), reader);
-    if (pos != entry->readers.end()) {
-        entry->readers.erase(pos);
+    // With every reader of the entry idle, each copy of the reader leaves the stack with its
+    // permit. An entry left without readers keeps no permits, so a borrower of its formats
+    // waits.
+    std::vector<QObject*> idle = Drain(entry);
+    const auto copies = std::remove(idle.begin(), idle.end(), reader);
+    if (copies != idle.end()) {
+        idle.erase(copies, idle.end());
+        QMutexLocker locker(&entry->lock);
         --entry->count;
     }
-    // An entry left without readers keeps no permits, so a borrower of its formats waits.
-    if (entry->count > 0)
-        entry->available.release(entry->count);
+    Refill(entry, idle);
+}
+
+void (*OVImageFileManagerPrivate::drainWaits)() = nullptr;
+
+std::vector<QObject*> OVImageFileManagerPrivate::Drain(ReaderPoolEntry* entry)
+{
+    // Each permit stands for one copy on the stack, so taking one permit after another takes
+    // the stack apart; a lent reader adds its copy when it comes back.
+    std::vector<QObject*> idle;
+    for (;;) {
+        {
+            QMutexLocker locker(&entry->lock);
+            if (entry->readers.empty()) {
+                if (entry->lent.empty())
+                    return idle;
+                if (drainWaits)
+                    drainWaits();
+            }
+        }
+        entry->available.acquire();
+        QMutexLocker locker(&entry->lock);
+        idle.push_back(entry->readers.back());
+        entry->readers.pop_back();
+    }
+}
+
+void OVImageFileManagerPrivate::Refill(ReaderPoolEntry* entry, const std::vector<QObject*>& idle)
+{
+    if (idle.empty())
+        return;
+    {
+        QMutexLocker locker(&entry->lock);
+        entry->readers.insert(entry->readers.end(), idle.rbegin(), idle.rend());
+    }
+    entry->available.release(int(idle.size()));
 }
 
 QObject* OVImageFileManagerPrivate::Borrow(ReaderPoolEntry* entry)
 {
     entry->available.acquire();
     QMutexLocker locker(&entry->lock);
-    if (entry->readers.empty())
-        return nullptr;
     QObject* reader = entry->readers.back();
     entry->readers.pop_back();
+    const auto out = entry->Lent(reader);
+    if (out != entry->lent.end())
+        ++out->second;
+    else
+        entry->lent.emplace_back(reader, 1);
     return reader;
 }
 
@@ -400,6 +444,12 @@ void OVImageFileManagerPrivate::GiveBack(ReaderPoolEntry* entry, QObject* reader
     {
         QMutexLocker locker(&entry->lock);
         entry->readers.push_back(reader);
+        // A reader that was not out comes back as one more copy on the stack.
+        const auto out = entry->Lent(reader);
+        if (out != entry->lent.end() && --out->second == 0) {
+            *out = entry->lent.back();
+            entry->lent.pop_back();
+        }
     }
     entry->available.release();
 }

@@ -13,6 +13,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <algorithm>
+#include <utility>
 #include <vector>
 
 // One entry of the readers pool: readers that serve one set of formats, borrowed and returned
@@ -29,6 +31,16 @@ struct ReaderPoolEntry
     QSemaphore available;
     QMutex lock;
     int count; // readers that belong to the entry, idle or borrowed
+    // How often each reader is out with a borrower. A reader returned more often than it was
+    // lent stands on the idle stack more than once, so neither the stack nor the permits tell
+    // whether a thread still holds one; these counts do.
+    std::vector<std::pair<QObject*, int>> lent;
+
+    std::vector<std::pair<QObject*, int>>::iterator Lent(QObject* reader)
+    {
+        return std::find_if(lent.begin(), lent.end(),
+                            [reader](const auto& out) { return out.first == reader; });
+    }
 };
 
 class OVImageFileManagerPrivate
@@ -54,7 +66,7 @@ public:
     struct Side
     {
         QMap<QString, QStringList>& groups;
-        bool& allStale; // the All group's list is to be rebuilt before it is read
+        bool& allSorted; // the All group's list is in ascending order
         QMap<QString, QObject*>& uids;
         QMap<QString, QList<QObject*>>& plugins;
         QHash<QObject*, SideEntries>& entries;
@@ -67,9 +79,6 @@ public:
     };
     Side ReadSide();
     Side WriteSide();
-
-    // The groups of one side, with the All group's list up to date.
-    const QMap<QString, QStringList>& Groups(const Side& side);
 
     bool Register(OVImageFilePlugin* plugin);
     bool Unregister(OVImageFilePlugin* plugin);
@@ -124,7 +133,8 @@ public:
     QMap<QString, ReaderPoolEntry*> poolByFormat;
     QList<ReaderPoolEntry*> poolEntries;
     // A reader taken out of the pool keeps its key here, mapped to null, so that returning
-    // it again afterwards does nothing.
+    // it again afterwards does nothing. Kept on purpose: the plug-in may have deleted it, and
+    // putting it back would lend a freed reader.
     QMap<QObject*, ReaderPoolEntry*> poolByReader;
     OVImageFileManager::OpenHook openHook = nullptr;
     void* openHookData = nullptr;
@@ -132,18 +142,20 @@ public:
     void* saveHookData = nullptr;
     QHash<QObject*, SideEntries> readEntries;
     QHash<QObject*, SideEntries> writeEntries;
-    // The All group lists the formats that some plug-in serves, in ascending order: the keys
-    // of the format table with a plug-in. Registering and unregistering only mark it stale,
-    // which keeps them from costing time in proportion to all formats known; Groups()
-    // rebuilds it when it is next read.
-    bool readAllStale = false;
-    bool writeAllStale = false;
+    // Registration keeps the All group's list sorted, so that a format is found in it by a
+    // binary search; only a plug-in that adds to the All group as one of its own groups
+    // appends out of order, until the next registration sorts the list again.
+    bool readAllSorted = true;
+    bool writeAllSorted = true;
 
 private:
     void RegisterSide(const Side& side, OVImageFilePlugin* plugin);
     void RegisterGroups(const Side& side, OVImageFilePlugin* plugin);
     void UnregisterSide(const Side& side, QObject* plugin);
     void RemoveFromGroups(const Side& side, const QString& format);
+    // Adds the formats of the plug-in that are new to the All group of the side; true when
+    // any was.
+    bool AddToAllGroup(const Side& side, const QStringList& formats);
     // Forgets the live objects of a plug-in that is being destroyed.
     void ForgetLiveOf(const Side& side, QObject* plugin);
 
@@ -154,4 +166,13 @@ private:
     static void TakeFromEntry(ReaderPoolEntry* entry, QObject* reader);
     static QObject* Borrow(ReaderPoolEntry* entry);
     static void GiveBack(ReaderPoolEntry* entry, QObject* reader);
+    // Waits until no reader of the entry is lent, then takes every idle copy off the stack
+    // with its permit; they come back, top of the stack first. Refill() undoes it.
+    static std::vector<QObject*> Drain(ReaderPoolEntry* entry);
+    static void Refill(ReaderPoolEntry* entry, const std::vector<QObject*>& idle);
+
+public:
+    // Called by Drain() on the draining thread just before it waits for a lent reader, so
+    // that a test can tell when the pool waits.
+    static OVCORE_EXPORT void (*drainWaits)();
 };

@@ -18,7 +18,8 @@
 // and the Face's Registred/Unregistred signals are emitted after it is released, so that a
 // receiver may call back into the registry. Items are not owned. An item that is deleted
 // while registered reads as null and no longer holds its identifier: the next object that
-// reports the identifier takes the entry over in place.
+// reports the identifier takes the entry over in place. Kept on purpose: holding the
+// identifier for a deleted item would refuse every later one and leave a dangling entry.
 template <typename Face, typename Item>
 class OVItemRegistry
 {

@@ -35,12 +35,12 @@ public:
     static OVMenuItem* RoleItem(int role);
 
     // Enters the menu make() gives as the instance's top-level menu of role; null when there is
-    // no instance, the role is taken or make() gives nothing. make() is called only once the
-    // place is known to be free.
+    // no instance or the role is taken. make() is called only once the place is known to be
+    // free.
     template <typename Make>
     static QMenu* EnterMenu(int role, Make make);
     // Enters the action or submenu make() gives into the menu of role; null when there is no
-    // instance, the role is absent or its menu gone, the id is taken or make() gives nothing.
+    // instance, the role is absent or its menu gone, or the id is taken.
     // make() is called only once the place is known to be free, with the role's menu.
     template <typename Entry, typename Make>
     static Entry* EnterEntry(int role, int id, Make make);
@@ -56,9 +56,8 @@ QMenu* OVMenuManagerPrivate::EnterMenu(int role, Make make)
     const int place = tree ? tree->InsertionPlace(role) : -1;
     if (place < 0)
         return nullptr;
+    // A null menu is entered too: its record holds the role until Take() erases it.
     QMenu* menu = make();
-    if (!menu)
-        return nullptr;
     OVMenuItem item;
     item.key = role;
     item.menu = menu;
@@ -70,14 +69,16 @@ template <typename Entry, typename Make>
 Entry* OVMenuManagerPrivate::EnterEntry(int role, int id, Make make)
 {
     OVMenuItem* parent = RoleItem(role);
+    // A role entered with a null menu (or whose menu its owner deleted) has no menu to hold
+    // entries, so it takes none rather than dereference the missing menu.
     if (!parent || !parent->menu)
         return nullptr;
     const int place = parent->InsertionPlace(id);
     if (place < 0)
         return nullptr;
+    // A null entry is entered too, holding its id until Take() erases it; the menu reports
+    // the null action it is given.
     Entry* entry = make(parent->menu.data());
-    if (!entry)
-        return nullptr;
     OVMenuItem item;
     item.key = id;
     if constexpr (std::is_base_of_v<QMenu, Entry>)

@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QFileInfo>
 #include <QPluginLoader>
 #include <QSettings>
@@ -45,6 +46,26 @@ QList<OVPlugin*> PluginsOf(OVPluginContainer* container)
     return plugins;
 }
 
+// The text after "key=" in the general section of an INI file, as written there.
+QString RawIniValue(const QString& path, const QString& key)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return QString();
+    bool general = true;
+    while (!file.atEnd()) {
+        const QString line = QString::fromUtf8(file.readLine()).trimmed();
+        if (line.startsWith(QLatin1Char('['))) {
+            general = line.compare(QLatin1String("[General]"), Qt::CaseInsensitive) == 0;
+            continue;
+        }
+        const int equals = line.indexOf(QLatin1Char('='));
+        if (general && equals > 0 && line.left(equals).trimmed() == key)
+            return line.mid(equals + 1).trimmed();
+    }
+    return QString();
+}
+
 } // namespace
 
 OVPluginLoader::OVPluginLoader(OVApplicationPrivate& app)
@@ -62,9 +83,15 @@ QString OVPluginLoader::Suffix()
 
 OVPluginLoader::Folders OVPluginLoader::ReadFolders() const
 {
-    const QSettings ini(OVApplication::GetResourcePath() + QStringLiteral("/plugins.ini"),
-                        QSettings::IniFormat);
-    return {ini.value(QStringLiteral("brush")).toString(), ini.value(QStringLiteral("general")).toString()};
+    const QString path = OVApplication::GetResourcePath() + QStringLiteral("/plugins.ini");
+    const QSettings ini(path, QSettings::IniFormat);
+    // QSettings takes an unquoted value with a comma ("my plugins, v2") for a list, which
+    // names no folder; such a value is read as the text it is.
+    const auto folder = [&](const QString& key) {
+        const QVariant value = ini.value(key);
+        return value.type() == QVariant::StringList ? RawIniValue(path, key) : value.toString();
+    };
+    return {folder(QStringLiteral("brush")), folder(QStringLiteral("general"))};
 }
 
 QStringList OVPluginLoader::Libraries(const QString& folder)
@@ -79,7 +106,7 @@ QStringList OVPluginLoader::Libraries(const QString& folder)
 
 bool OVPluginLoader::IsWellKnown(const QFileInfo& file, OVApplication::PluginsLoadTypes flags)
 {
-    const QString name = file.completeBaseName();
+    const QString name = file.baseName();
     for (const WellKnown& known : kWellKnown)
         if (known.flag != OVApplication::Brushes && flags.testFlag(known.flag) &&
             name == QLatin1String(known.name))
@@ -196,12 +223,9 @@ void OVPluginLoader::Route(OVPlugin* plugin, bool enter)
         if (registry && imagePlugin)
             enter ? registry->Register(imagePlugin) : registry->Unregister(imagePlugin);
     } else if (plugin->GetUID() == QLatin1String(OVPlugin::BrushFactoryUID)) {
-        // A later brush plug-in replaces an earlier one; one that claims the brush factory's
-        // identifier without being a factory replaces nothing.
-        if (!enter)
-            OVApplicationPrivate::SetBrushFactory(nullptr);
-        else if (auto* factory = dynamic_cast<IBrushFactory*>(plugin))
-            OVApplicationPrivate::SetBrushFactory(factory);
+        // A later brush plug-in replaces an earlier one, even one that claims the brush
+        // factory's identifier without being a factory: the process is then left without one.
+        OVApplicationPrivate::SetBrushFactory(enter ? dynamic_cast<IBrushFactory*>(plugin) : nullptr);
     }
 }
 
@@ -252,8 +276,9 @@ QStringList OVPluginLoader::WellKnownFiles(OVApplication::PluginsLoadType type) 
 {
     const Folders folders = ReadFolders();
     const QString folder = type == OVApplication::Brushes ? folders.brush : folders.general;
-    // A folder given as an absolute path stands for itself; a relative one is taken from the
-    // application folder.
+    // A folder given as an absolute path stands for itself, as LoadPlugins() finds it; a
+    // relative one is taken from the application folder. Kept so on purpose, so that the
+    // path named is the library that is loaded.
     const QString base = QDir::isAbsolutePath(folder)
                              ? folder
                              : QCoreApplication::applicationDirPath() + QStringLiteral("/%1").arg(folder);

@@ -34,7 +34,8 @@ OVToolContentPrivate::OVToolContentPrivate(QObject* owner, bool clearFocusOnSwit
 OVToolContentPrivate::~OVToolContentPrivate()
 {
     // The contents die with the general widget while the manager is going away itself; they
-    // must not report that back to it.
+    // must not report that back to it, so on purpose no ContentChanged is emitted here: its
+    // receivers would call back into a manager half destroyed.
     for (QObject* content : uids.keys())
         QObject::disconnect(content, SIGNAL(destroyed(QObject*)), owner, SLOT(OnContentDestroyed(QObject*)));
     uids.clear();

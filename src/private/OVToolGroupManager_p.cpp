@@ -62,7 +62,7 @@ bool OVToolGroupManagerPrivate::Activate(OVActivateAction* action)
             return false;
         previous->SetChecked(false);
         // An action that still holds the explicit role refused after all; asking again
-        // would never end.
+        // would never end, so Activate() ends here on purpose instead of looping.
         if (explicitAction && explicitAction == previous)
             return false;
         chosen = explicitAction;

@@ -39,11 +39,6 @@ FakeReader::FakeReader(const QString& uid, const QStringList& formats, QObject* 
     setParent(parent);
 }
 
-QString FakeReader::GetUID() const
-{
-    return m_uid;
-}
-
 bool FakeReader::Read(const QString&, QImage&)
 {
     if (m_users.fetchAndAddOrdered(1) != 0)
@@ -53,30 +48,10 @@ bool FakeReader::Read(const QString&, QImage&)
     return true;
 }
 
-QStringList FakeReader::GetFormats() const
-{
-    return m_formats;
-}
-
 FakeWriter::FakeWriter(const QString& uid, QObject* parent)
     : m_uid(uid)
 {
     setParent(parent);
-}
-
-QString FakeWriter::GetUID() const
-{
-    return m_uid;
-}
-
-bool FakeWriter::Write(const QString&, const QImage&)
-{
-    return true;
-}
-
-QStringList FakeWriter::GetFormats() const
-{
-    return QStringList();
 }
 
 FakeImagePlugin::FakeImagePlugin(const QString& definition, CallLog* log)
@@ -119,95 +94,13 @@ FakeImagePlugin::FakeImagePlugin(const QString& definition, CallLog* log)
     }
 }
 
-void FakeImagePlugin::Log(const QString& call, const QString& argument) const
-{
-    if (m_log)
-        m_log->Add(objectName() + QLatin1Char('.') + call + QLatin1Char('(') + argument + QLatin1Char(')'));
-}
-
-QString FakeImagePlugin::GetUID() const
-{
-    return objectName();
-}
-
-QStringList FakeImagePlugin::GetReaderUIDs() const
-{
-    Log(QStringLiteral("GetReaderUIDs"));
-    return m_readerUIDs;
-}
-
-QStringList FakeImagePlugin::GetWriterUIDs() const
-{
-    Log(QStringLiteral("GetWriterUIDs"));
-    return m_writerUIDs;
-}
-
-QStringList FakeImagePlugin::GetFormats() const
-{
-    Log(QStringLiteral("GetFormats"));
-    return m_formats;
-}
-
-QStringList FakeImagePlugin::GetGroups() const
-{
-    Log(QStringLiteral("GetGroups"));
-    return m_groups;
-}
-
-QString FakeImagePlugin::GetGroupName(const QString& groupUID) const
-{
-    Log(QStringLiteral("GetGroupName"), groupUID);
-    return m_groupNames.value(groupUID);
-}
-
-QStringList FakeImagePlugin::GetGroupFormats(const QString& groupUID) const
-{
-    Log(QStringLiteral("GetGroupFormats"), groupUID);
-    return m_groupFormats.value(groupUID);
-}
-
-OVImageFilePlugin::FormatCapabilities FakeImagePlugin::GetFormatCapabilities(const QString& format) const
-{
-    Log(QStringLiteral("GetFormatCapabilities"), format);
-    return m_capabilities.value(format);
-}
-
-OVImageFileReader* FakeImagePlugin::CreateReader(const QString& format)
-{
-    Log(QStringLiteral("CreateReader"), format);
-    return MakeReader(m_readerUIDs.value(0), format);
-}
-
-OVImageFileReader* FakeImagePlugin::CreateReaderByUID(const QString& uid)
-{
-    Log(QStringLiteral("CreateReaderByUID"), uid);
-    return MakeReader(uid, m_formats.value(0));
-}
-
-OVImageFileWriter* FakeImagePlugin::CreateWriter(const QString& format)
-{
-    Log(QStringLiteral("CreateWriter"), format);
-    return MakeWriter(m_writerUIDs.value(0));
-}
-
-OVImageFileWriter* FakeImagePlugin::CreateWriterByUID(const QString& uid)
-{
-    Log(QStringLiteral("CreateWriterByUID"), uid);
-    return MakeWriter(uid);
-}
-
 void FakeImagePlugin::ReleaseReader(OVImageFileReader* reader)
 {
-    Log(QStringLiteral("ReleaseReader"), reader ? reader->objectName() : QStringLiteral("null"));
+    Log("ReleaseReader", reader->objectName(), 0);
     if (m_disposes) {
         m_readers.removeOne(static_cast<FakeReader*>(reader));
         delete reader;
     }
-}
-
-void FakeImagePlugin::ReleaseWriter(OVImageFileWriter* writer)
-{
-    Log(QStringLiteral("ReleaseWriter"), writer ? writer->objectName() : QStringLiteral("null"));
 }
 
 FakeReader* FakeImagePlugin::MakeReader(const QString& uid, const QString& format)

@@ -37,11 +37,11 @@ class FakeReader : public OVImageFileReader
 public:
     FakeReader(const QString& uid, const QStringList& formats, QObject* parent);
 
-    QString GetUID() const override;
+    QString GetUID() const override { return m_uid; }
     // Marks the reader busy for a moment; a second thread inside at the same time is counted
     // in s_overlaps.
     bool Read(const QString& path, QImage& image) override;
-    QStringList GetFormats() const override;
+    QStringList GetFormats() const override { return m_formats; }
 
     static QAtomicInt s_overlaps;
 
@@ -57,9 +57,9 @@ class FakeWriter : public OVImageFileWriter
 public:
     FakeWriter(const QString& uid, QObject* parent);
 
-    QString GetUID() const override;
-    bool Write(const QString& path, const QImage& image) override;
-    QStringList GetFormats() const override;
+    QString GetUID() const override { return m_uid; }
+    bool Write(const QString&, const QImage&) override { return true; }
+    QStringList GetFormats() const override { return {}; }
 
 private:
     const QString m_uid;
@@ -80,27 +80,55 @@ class FakeImagePlugin : public OVImageFilePlugin
 public:
     explicit FakeImagePlugin(const QString& definition, CallLog* log = nullptr);
 
-    QString GetUID() const override;
-    QStringList GetReaderUIDs() const override;
-    QStringList GetWriterUIDs() const override;
-    QStringList GetFormats() const override;
-    QStringList GetGroups() const override;
-    QString GetGroupName(const QString& groupUID) const override;
-    QStringList GetGroupFormats(const QString& groupUID) const override;
-    FormatCapabilities GetFormatCapabilities(const QString& format) const override;
+    QString GetUID() const override { return objectName(); }
+    QStringList GetReaderUIDs() const override { return Log("GetReaderUIDs", {}, m_readerUIDs); }
+    QStringList GetWriterUIDs() const override { return Log("GetWriterUIDs", {}, m_writerUIDs); }
+    QStringList GetFormats() const override { return Log("GetFormats", {}, m_formats); }
+    QStringList GetGroups() const override { return Log("GetGroups", {}, m_groups); }
+    QString GetGroupName(const QString& uid) const override
+    {
+        return Log("GetGroupName", uid, m_groupNames[uid]);
+    }
+    QStringList GetGroupFormats(const QString& uid) const override
+    {
+        return Log("GetGroupFormats", uid, m_groupFormats[uid]);
+    }
+    FormatCapabilities GetFormatCapabilities(const QString& format) const override
+    {
+        return Log("GetFormatCapabilities", format, m_capabilities[format]);
+    }
 
-    OVImageFileReader* CreateReader(const QString& format) override;
-    OVImageFileReader* CreateReaderByUID(const QString& uid) override;
-    OVImageFileWriter* CreateWriter(const QString& format) override;
-    OVImageFileWriter* CreateWriterByUID(const QString& uid) override;
+    OVImageFileReader* CreateReader(const QString& format) override
+    {
+        return Log("CreateReader", format, MakeReader(m_readerUIDs.value(0), format));
+    }
+    OVImageFileReader* CreateReaderByUID(const QString& uid) override
+    {
+        return Log("CreateReaderByUID", uid, MakeReader(uid, m_formats.value(0)));
+    }
+    OVImageFileWriter* CreateWriter(const QString& format) override
+    {
+        return Log("CreateWriter", format, MakeWriter(m_writerUIDs.value(0)));
+    }
+    OVImageFileWriter* CreateWriterByUID(const QString& uid) override
+    {
+        return Log("CreateWriterByUID", uid, MakeWriter(uid));
+    }
     void ReleaseReader(OVImageFileReader* reader) override;
-    void ReleaseWriter(OVImageFileWriter* writer) override;
+    void ReleaseWriter(OVImageFileWriter* writer) override { Log("ReleaseWriter", writer->objectName(), 0); }
 
     // Readers made so far, in order.
     QList<FakeReader*> Readers() const { return m_readers; }
 
 private:
-    void Log(const QString& call, const QString& argument = QString()) const;
+    // Logs the call, made before its result is known, and passes the result on.
+    template <typename T>
+    T Log(const char* call, const QString& argument, T result) const
+    {
+        if (m_log)
+            m_log->Add(objectName() + '.' + QLatin1String(call) + '(' + argument + ')');
+        return result;
+    }
     FakeReader* MakeReader(const QString& uid, const QString& format);
     FakeWriter* MakeWriter(const QString& uid);
 
@@ -108,10 +136,10 @@ private:
     QStringList m_readerUIDs;
     QStringList m_writerUIDs;
     QStringList m_formats;
-    QMap<QString, FormatCapabilities> m_capabilities;
+    mutable QMap<QString, FormatCapabilities> m_capabilities;
     QStringList m_groups;
-    QMap<QString, QString> m_groupNames;
-    QMap<QString, QStringList> m_groupFormats;
+    mutable QMap<QString, QString> m_groupNames;
+    mutable QMap<QString, QStringList> m_groupFormats;
     QMap<QString, QStringList> m_readerFormats;
     bool m_null = false;
     bool m_disposes = false;

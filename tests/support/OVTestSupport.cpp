@@ -107,31 +107,6 @@ void LogCapture::Clear()
     m_messages.clear();
 }
 
-QString Describe(const QString& value)
-{
-    return value;
-}
-
-QString Describe(const char* value)
-{
-    return QString::fromUtf8(value);
-}
-
-QString Describe(bool value)
-{
-    return value ? QStringLiteral("true") : QStringLiteral("false");
-}
-
-QString Describe(int value)
-{
-    return QString::number(value);
-}
-
-QString Describe(double value)
-{
-    return QString::number(value);
-}
-
 QString Describe(const QColor& value)
 {
     return value.isValid() ? value.name(QColor::HexArgb) : QStringLiteral("invalid");
@@ -143,11 +118,6 @@ QString Describe(const QObject* value)
         return QStringLiteral("null");
     return value->objectName().isEmpty() ? QString::fromLatin1(value->metaObject()->className())
                                          : value->objectName();
-}
-
-QString Describe(const QVariant& value)
-{
-    return value.toString();
 }
 
 } // namespace OVTest

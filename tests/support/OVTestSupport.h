@@ -42,15 +42,45 @@ private:
     QStringList m_messages;
 };
 
+// The blank-separated words of text, so that a whole expected sequence fits on one line.
+inline QStringList Words(const QString& text)
+{
+    return text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+// The '|'-separated parts of text, for expected lines that hold blanks.
+inline QStringList Lines(const QString& text)
+{
+    return text.split(QLatin1Char('|'));
+}
+
 // Text for a signal argument in a SignalLog entry.
-QString Describe(const QString& value);
-QString Describe(const char* value);
-QString Describe(bool value);
-QString Describe(int value);
-QString Describe(double value);
+inline QString Describe(const QString& value)
+{
+    return value;
+}
+inline QString Describe(const char* value)
+{
+    return QString::fromUtf8(value);
+}
+inline QString Describe(bool value)
+{
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+inline QString Describe(int value)
+{
+    return QString::number(value);
+}
+inline QString Describe(double value)
+{
+    return QString::number(value);
+}
+inline QString Describe(const QVariant& value)
+{
+    return value.toString();
+}
 QString Describe(const QColor& value);
 QString Describe(const QObject* value);
-QString Describe(const QVariant& value);
 template <typename T>
 QString Describe(const T* value)
 {
