@@ -3,6 +3,7 @@
 #include "OVCoreExport.h"
 
 #include <QApplication>
+#include <QBrush>
 #include <QColor>
 #include <QFlags>
 #include <QString>
@@ -182,6 +183,39 @@ public:
     const OVColorWidget* GetColorWidget() const;
     void SetRecentColor(const QColor& color);
     void SetRecentPicker(const QColor& color);
+
+    // Languages: one folder "<code>.lproj" of compiled translations per language in the
+    // "translations" folder of the resource folder, found at start-up. Loading a language adds
+    // its translators on top of those of the languages loaded before.
+    QStringList GetLanguages();
+    QString GetLanguage() const;
+    bool LoadLanguage(const QString& code);
+    static QString GetLanguageName(const QString& code);
+    static QString GetDefaultLanguage();
+
+    // Theme, colours and patterns. The theme is a resource folder with the style sheet
+    // "pixel.qss", stored under "Theme/Path"; the colours and the pattern index are kept in
+    // "user.ini" and announced by their signals.
+    static QString GetName(ThemeType type);
+    static ThemeType GetApplicationTheme();
+    static void SetApplicationTheme(ThemeType type);
+    bool LoadTheme();
+    ThemeType GetTheme() const;
+    static QColor GetBackground();
+    static void SetBackground(const QColor& color);
+    static QColor GetForeground();
+    static void SetForeground(const QColor& color);
+    static QColor GetMaskBackground();
+    static void SetMaskBackground(const QColor& color);
+    static QColor GetMaskForeground();
+    static void SetMaskForeground(const QColor& color);
+    static QBrush GetGradient();
+    static void SetGradient(const QBrush& brush);
+    int LoadPatterns(const QString& folder);
+    static int GetPatternCount();
+    static QString GetPatternFile(int i);
+    static int GetTexturePatternIndex();
+    static void SetTexturePatternIndex(int index);
 
     // Settings: "app.ini" in the data folder and "user.ini" in the user data folder.
     static QVariant GetApplicationValue(const QString& key, const QVariant& def = QVariant());

@@ -3,6 +3,8 @@
 #include "OVPluginContainer.h"
 #include "private/OVApplication_p.h"
 #include "private/OVBuildLog_p.h"
+#include "private/OVLanguages_p.h"
+#include "private/OVLook_p.h"
 #include "private/OVPluginLoader_p.h"
 
 #include <QDir>
@@ -275,6 +277,149 @@ void OVApplication::SetRecentPicker(const QColor& color)
         return;
     d->recentPicker = color;
     emit RecentPickerChanged(color);
+}
+
+// Languages
+
+QStringList OVApplication::GetLanguages()
+{
+    return d->languages;
+}
+
+QString OVApplication::GetLanguage() const
+{
+    return d->language;
+}
+
+bool OVApplication::LoadLanguage(const QString& code)
+{
+    return OVLanguages(*d).Load(code);
+}
+
+QString OVApplication::GetLanguageName(const QString& code)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    return d ? OVLanguages(*d).Name(code) : QString();
+}
+
+QString OVApplication::GetDefaultLanguage()
+{
+    return GetInstance() ? OVLanguages::DefaultLanguage() : QStringLiteral("en");
+}
+
+// Theme, colours and patterns
+
+QString OVApplication::GetName(ThemeType type)
+{
+    switch (type) {
+    case Dark:
+        return QStringLiteral(":/Dark");
+    case Light:
+        return QStringLiteral(":/Light");
+    }
+    return QString();
+}
+
+OVApplication::ThemeType OVApplication::GetApplicationTheme()
+{
+    // Any stored folder other than the dark one counts as light.
+    return GetUserValue(ThemePath, GetName(Dark)).toString() == GetName(Dark) ? Dark : Light;
+}
+
+void OVApplication::SetApplicationTheme(ThemeType type)
+{
+    SetUserValue(ThemePath, GetName(type));
+}
+
+bool OVApplication::LoadTheme()
+{
+    return OVLook(*d).LoadTheme();
+}
+
+OVApplication::ThemeType OVApplication::GetTheme() const
+{
+    return ThemeType(d->theme);
+}
+
+QColor OVApplication::GetBackground()
+{
+    return OVLook::GetColour(OVLook::kBackground);
+}
+
+void OVApplication::SetBackground(const QColor& color)
+{
+    OVLook::SetColour(OVLook::kBackground, color);
+}
+
+QColor OVApplication::GetForeground()
+{
+    return OVLook::GetColour(OVLook::kForeground);
+}
+
+void OVApplication::SetForeground(const QColor& color)
+{
+    OVLook::SetColour(OVLook::kForeground, color);
+}
+
+QColor OVApplication::GetMaskBackground()
+{
+    return OVLook::GetColour(OVLook::kMaskBackground);
+}
+
+void OVApplication::SetMaskBackground(const QColor& color)
+{
+    OVLook::SetColour(OVLook::kMaskBackground, color);
+}
+
+QColor OVApplication::GetMaskForeground()
+{
+    return OVLook::GetColour(OVLook::kMaskForeground);
+}
+
+void OVApplication::SetMaskForeground(const QColor& color)
+{
+    OVLook::SetColour(OVLook::kMaskForeground, color);
+}
+
+QBrush OVApplication::GetGradient()
+{
+    return OVLook::Gradient();
+}
+
+void OVApplication::SetGradient(const QBrush& brush)
+{
+    OVLook::Gradient() = brush;
+}
+
+int OVApplication::LoadPatterns(const QString& folder)
+{
+    return OVLook(*d).LoadPatterns(folder);
+}
+
+int OVApplication::GetPatternCount()
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    return d ? d->patterns.size() : 0;
+}
+
+QString OVApplication::GetPatternFile(int i)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    return d ? d->patterns.value(i) : QString();
+}
+
+int OVApplication::GetTexturePatternIndex()
+{
+    return GetUserValue(TexturePatternIndex, 0).toInt();
+}
+
+void OVApplication::SetTexturePatternIndex(int index)
+{
+    OVApplication* app = GetInstance();
+    if (!app || index == GetTexturePatternIndex())
+        return;
+    SetUserValue(TexturePatternIndex, index);
+    emit app->TexturePatternChanged(index);
 }
 
 // Settings

@@ -5,6 +5,7 @@
 #include "private/KXExportResolutions_p.h"
 #include "private/KXExportSizes_p.h"
 #include "private/OVBuildLog_p.h"
+#include "private/OVLanguages_p.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -76,6 +77,7 @@ void OVApplicationPrivate::Start()
     QDir().mkpath(userDataFolder);
 
     translationsDir = QDir(OVApplication::GetResourcePath() + QStringLiteral("/translations")).absolutePath();
+    languages = OVLanguages(*this).Scan();
 
     KXExportResolutionsPrivate::LoadInstance(userDataFolder + KXExportResolutionTable::FileName());
     KXExportSizesPrivate::LoadInstance(userDataFolder + KXExportSizeTable::FileName());

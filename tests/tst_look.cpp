@@ -1,0 +1,260 @@
+// The look: themes from real resources and folders, the colours and the pattern index with their
+// signals, the gradient brush, texture patterns from real images, and gradient stops bound to the
+// colours, converted and streamed.
+
+#include "OVApplication.h"
+#include "OVGradientStop.h"
+#include "OVTestSupport.h"
+
+#include <QBrush>
+#include <QDataStream>
+#include <QDir>
+#include <QImage>
+
+using Stops = QVector<QPair<double, QColor>>;
+using Getter = QColor (*)();
+using Setter = void (*)(const QColor&);
+Q_DECLARE_METATYPE(Getter)
+Q_DECLARE_METATYPE(Setter)
+Q_DECLARE_METATYPE(QDataStream::ByteOrder)
+Q_DECLARE_METATYPE(QDataStream::FloatingPointPrecision)
+
+namespace {
+
+QString Folder(const QString& name)
+{
+    QDir().mkpath(OVTest::SandboxPath() + QLatin1Char('/') + name);
+    return OVTest::SandboxPath() + QLatin1Char('/') + name;
+}
+
+QString DarkSheet()
+{
+    QFile file(QStringLiteral(":/Dark/pixel.qss"));
+    return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QStringLiteral("missing");
+}
+
+// The colour a stop holds, whatever it is bound to.
+QColor Stored(OVGradientStop stop)
+{
+    stop.SetBackground(false);
+    stop.SetForeground(false);
+    stop.SetUserColor(false);
+    return stop.GetColor();
+}
+
+QVariantList Fields(const OVGradientStop& stop)
+{
+    return {stop.GetPosition(), Stored(stop), stop.IsBackground(), stop.IsForeground(), stop.IsUserColor()};
+}
+
+} // namespace
+
+class TestLook : public QObject
+{
+    Q_OBJECT
+
+    OVApplication* app = OVApplication::GetInstance();
+    OVTest::SignalLog m_signals;
+
+private slots:
+    void initTestCase()
+    {
+        m_signals.Record(app, &OVApplication::BackgroundChanged, QStringLiteral("BackgroundChanged"));
+        m_signals.Record(app, &OVApplication::ForegroundChanged, QStringLiteral("ForegroundChanged"));
+        m_signals.Record(app, &OVApplication::MaskBackgroundChanged, QStringLiteral("MaskBackgroundChanged"));
+        m_signals.Record(app, &OVApplication::MaskForegroundChanged, QStringLiteral("MaskForegroundChanged"));
+        m_signals.Record(app, &OVApplication::TexturePatternChanged, QStringLiteral("TexturePatternChanged"));
+    }
+
+    void themes()
+    {
+        QCOMPARE(OVApplication::GetApplicationTheme(), OVApplication::Dark);
+        OVTest::LogCapture log;
+        OVApplication::SetUserValue(OVApplication::ThemePath,
+                                    OVTest::SandboxPath() + QStringLiteral("/none"));
+        QCOMPARE(OVApplication::GetApplicationTheme(), OVApplication::Light);
+        QVERIFY(!app->LoadTheme());
+        QCOMPARE(log.Matching(QStringLiteral("\\\". Load theme error.")).size(), 1);
+        QCOMPARE(int(app->GetTheme()), 0);
+
+        // Bytes that are no Latin-1 text are taken as Latin-1 all the same.
+        const QByteArray bytes("QWidget { font-family: \"\xc3\xa9\xff\xfe\x01\"; }");
+        QFile qss(Folder(QStringLiteral("theme")) + QStringLiteral("/pixel.qss"));
+        QVERIFY(qss.open(QIODevice::WriteOnly) && qss.write(bytes) == bytes.size());
+        qss.close();
+        OVApplication::SetUserValue(OVApplication::ThemePath, Folder(QStringLiteral("theme")));
+        QVERIFY(app->LoadTheme());
+        QCOMPARE(qApp->styleSheet(), QString::fromLatin1(bytes));
+        QCOMPARE(app->GetTheme(), OVApplication::Light);
+
+        // Folders stay searched in the order they came: with the folder's sheet gone the dark
+        // one is found, and still after the light theme is chosen.
+        QVERIFY(qss.remove());
+        for (OVApplication::ThemeType type : {OVApplication::Dark, OVApplication::Light}) {
+            OVApplication::SetApplicationTheme(type);
+            QVERIFY(app->LoadTheme());
+            QCOMPARE(qApp->styleSheet(), DarkSheet());
+            QCOMPARE(app->GetTheme(), type);
+        }
+        QCOMPARE(OVApplication::GetUserValue(OVApplication::ThemePath).toString(), QStringLiteral(":/Light"));
+    }
+
+    void colours_data()
+    {
+        QTest::addColumn<Getter>("get");
+        QTest::addColumn<Setter>("set");
+        QTest::addColumn<QColor>("def");
+        QTest::addColumn<QString>("signal");
+        QTest::newRow("background") << &OVApplication::GetBackground << &OVApplication::SetBackground
+                                    << QColor(Qt::white) << "BackgroundChanged()";
+        QTest::newRow("foreground") << &OVApplication::GetForeground << &OVApplication::SetForeground
+                                    << QColor(Qt::black) << "ForegroundChanged()";
+        QTest::newRow("mask background")
+            << &OVApplication::GetMaskBackground << &OVApplication::SetMaskBackground << QColor(Qt::black)
+            << "MaskBackgroundChanged()";
+        QTest::newRow("mask foreground")
+            << &OVApplication::GetMaskForeground << &OVApplication::SetMaskForeground << QColor(Qt::white)
+            << "MaskForegroundChanged()";
+    }
+
+    void colours()
+    {
+        QFETCH(Getter, get);
+        QFETCH(Setter, set);
+        QFETCH(QColor, def);
+        QFETCH(QString, signal);
+        QCOMPARE(get(), def);
+        for (const QColor& colour : {def, QColor::fromHsv(200, 100, 50), QColor::fromHsv(200, 100, 50)})
+            set(colour);
+        QCOMPARE(get(), QColor::fromHsv(200, 100, 50));
+        set(def);
+        QCOMPARE(m_signals.Take(), QStringList({signal, signal}));
+    }
+
+    void patternIndexAndGradient()
+    {
+        for (int index : {0, 7, 7, -3})
+            OVApplication::SetTexturePatternIndex(index);
+        QCOMPARE(OVApplication::GetTexturePatternIndex(), -3);
+        QCOMPARE(OVApplication::GetGradient(), QBrush());
+        OVApplication::SetGradient(QLinearGradient(0, 0, 1, 0));
+        QCOMPARE(OVApplication::GetGradient(), QBrush(QLinearGradient(0, 0, 1, 0)));
+        QCOMPARE(m_signals.Take(), QStringList({"TexturePatternChanged(7)", "TexturePatternChanged(-3)"}));
+    }
+
+    void patterns()
+    {
+        QImage image(4, 4, QImage::Format_RGB32);
+        image.fill(Qt::darkCyan);
+        for (const QString name :
+             {"one/b.png", "one/a.jpg", "one/C.bmp", "one/d.gif", "one/notes.txt", "two/z.PNG"})
+            QVERIFY(image.save(Folder(name.left(3)) + name.mid(3), "PNG"));
+        QVERIFY(QDir().mkdir(Folder(QStringLiteral("one")) + QStringLiteral("/folder.png")));
+
+        QCOMPARE(app->LoadPatterns(OVTest::SandboxPath() + QStringLiteral("/none")), 0);
+        // Entries go by name alone, so the folder named like an image is one of them.
+        QCOMPARE(app->LoadPatterns(Folder(QStringLiteral("one"))), 4);
+        QCOMPARE(app->LoadPatterns(Folder(QStringLiteral("two"))), 1);
+        QCOMPARE(app->LoadPatterns(Folder(QStringLiteral("one"))), 4);
+        QStringList files;
+        for (int i = -1; i <= OVApplication::GetPatternCount(); ++i)
+            files << OVApplication::GetPatternFile(i).remove(OVTest::SandboxPath());
+        QCOMPARE(files,
+                 QStringList({"", "/one/a.jpg", "/one/b.png", "/one/C.bmp", "/one/folder.png", "/two/z.PNG",
+                              "/one/a.jpg", "/one/b.png", "/one/C.bmp", "/one/folder.png", ""}));
+    }
+
+    void stopColours()
+    {
+        OVApplication::SetBackground(Qt::blue);
+        OVApplication::SetForeground(Qt::green);
+        const QColor red(Qt::red);
+        const QList<OVGradientStop> stops = {
+            OVGradientStop(0.0, red, false, false, false), OVGradientStop(0.25, red, true, true, true),
+            OVGradientStop(0.5, red, false, true, true), OVGradientStop(1.0, red, false, false, true)};
+        QCOMPARE(ToGradientStops(stops),
+                 Stops({{0.0, red}, {0.25, Qt::blue}, {0.5, Qt::green}, {1.0, Qt::black}}));
+        QCOMPARE(ToReversedStops(stops),
+                 Stops({{0.0, Qt::black}, {0.5, Qt::green}, {0.75, Qt::blue}, {1.0, red}}));
+        OVApplication::SetBackground(Qt::yellow);
+        QCOMPARE(ToGradientStops(stops).at(1).second, QColor(Qt::yellow));
+
+        const Stops plain = {{0.0, red}, {0.25, Qt::cyan}, {1.0, Qt::gray}};
+        QCOMPARE(ToGradientStops(FromGradientStops(plain)), plain);
+        QCOMPARE(ToReversedStops(FromGradientStops(plain)),
+                 Stops({{0.0, Qt::gray}, {0.75, Qt::cyan}, {1.0, red}}));
+        QVERIFY(FromGradientStops({}).isEmpty() && ToReversedStops({}).isEmpty());
+        m_signals.Clear();
+    }
+
+    void stopStreaming_data()
+    {
+        QTest::addColumn<QDataStream::ByteOrder>("order");
+        QTest::addColumn<QDataStream::FloatingPointPrecision>("precision");
+        QTest::newRow("big, double") << QDataStream::BigEndian << QDataStream::DoublePrecision;
+        QTest::newRow("big, single") << QDataStream::BigEndian << QDataStream::SinglePrecision;
+        QTest::newRow("little, double") << QDataStream::LittleEndian << QDataStream::DoublePrecision;
+        QTest::newRow("little, single") << QDataStream::LittleEndian << QDataStream::SinglePrecision;
+    }
+
+    // Stops read with the settings they were written with come back field by field; cut short,
+    // the read says so and leaves values it read or defaults.
+    void stopStreaming()
+    {
+        QFETCH(QDataStream::ByteOrder, order);
+        QFETCH(QDataStream::FloatingPointPrecision, precision);
+        const auto configure = [&](QDataStream& stream) {
+            stream.setByteOrder(order);
+            stream.setFloatingPointPrecision(precision);
+        };
+        const QList<OVGradientStop> stops = {
+            OVGradientStop(0.375, QColor::fromHsv(30, 40, 50, 60), true, false, true),
+            OVGradientStop(-0.5, QColor(), false, true, false)};
+        QByteArray bytes;
+        QDataStream out(&bytes, QIODevice::WriteOnly);
+        configure(out);
+        out << stops[0] << stops[1];
+        QDataStream in(bytes);
+        configure(in);
+        for (const OVGradientStop& written : stops) {
+            OVGradientStop read;
+            in >> read;
+            QCOMPARE(Fields(read), Fields(written));
+        }
+        QVERIFY(in.status() == QDataStream::Ok && in.atEnd());
+
+        const int positionSize = precision == QDataStream::DoublePrecision ? 8 : 4;
+        for (int cut = 0; cut < positionSize + 14; ++cut) {
+            QDataStream part(bytes.left(cut));
+            configure(part);
+            OVGradientStop read(0.9, Qt::magenta, true, true, true);
+            part >> read;
+            QCOMPARE(part.status(), QDataStream::ReadPastEnd);
+            QCOMPARE(Fields(read).mid(2), QVariantList({cut >= positionSize + 12, false, false}));
+            QCOMPARE(read.GetPosition(), cut < positionSize ? 0.0 : 0.375);
+            QVERIFY(cut > positionSize || !Stored(read).isValid());
+        }
+    }
+
+    void stopBytes()
+    {
+        QByteArray bytes;
+        QDataStream out(&bytes, QIODevice::WriteOnly);
+        out.setVersion(QDataStream::Qt_5_15);
+        out << OVGradientStop(0.25, QColor(255, 0, 0), true, false, true);
+        QCOMPARE(bytes.toHex(' '),
+                 QByteArray("3f d0 00 00 00 00 00 00 01 ff ff ff ff 00 00 00 00 00 00 01 00 01"));
+
+        // A colour specification Qt does not know reads as an invalid colour.
+        bytes[8] = char(0x40);
+        QDataStream in(bytes);
+        OVGradientStop read;
+        in >> read;
+        QCOMPARE(in.status(), QDataStream::Ok);
+        QCOMPARE(Fields(read), QVariantList({0.25, QColor(), true, false, true}));
+    }
+};
+
+OV_TEST_MAIN(TestLook)
+
+#include "tst_look.moc"
