@@ -7,6 +7,7 @@
 #include "private/OVSystemInfo_p.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -136,6 +137,9 @@ void TestStatistics::identification()
     QFETCH(QString, email);
     QFETCH(QString, posted);
 
+    // A language folder without translations still makes its language the current one.
+    QVERIFY(QDir(OVApplication::GetResourcePath()).mkpath("translations/de.lproj"));
+    OVApplication::GetInstance()->LoadLanguage("de");
     OVApplication::SendIdentificationEvent("pro", "store", email, "2.8");
     QVERIFY(s_server->WaitForRequests(1, kWaitMs));
     const OVTest::HttpRequest request = s_server->Requests().value(0);
@@ -157,7 +161,7 @@ void TestStatistics::identification()
                                {"platform", "Linux"},
                                {"os_name", "Linux"},
                                {"os_version", OVApplication::GetOSVersionString()},
-                               {"language", QString()}, // no language loaded
+                               {"language", "de"},
                                {"user_properties", user}};
     QCOMPARE(Payload(request), expected);
 }

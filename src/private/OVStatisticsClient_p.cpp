@@ -1,7 +1,6 @@
 #include "private/OVStatisticsClient_p.h"
 
 #include "OVApplication.h"
-#include "private/OVApplication_p.h"
 #include "private/OVCoreConfig_p.h"
 #include "private/OVSystemInfo_p.h"
 
@@ -156,13 +155,12 @@ QJsonDocument StatisticsClient::IdentificationPayload(const QJsonObject& identif
     user.insert(QStringLiteral("system_locale"), QLocale::system().name());
     user.insert(QStringLiteral("system_region"), GetSystemRegion());
 
-    // The language loaded last, as the application object answers it.
-    const OVApplicationPrivate* app = OVApplicationPrivate::Instance();
+    const OVApplication* app = OVApplication::GetInstance();
     return QJsonDocument(QJsonObject{{QStringLiteral("app_version"), AppVersion()},
                                      {kDeviceId, m_deviceId},
                                      {QStringLiteral("platform"), PlatformName()},
                                      {QStringLiteral("os_name"), PlatformName()},
                                      {QStringLiteral("os_version"), OVApplication::GetOSVersionString()},
-                                     {QStringLiteral("language"), app ? app->language : QString()},
+                                     {QStringLiteral("language"), app ? app->GetLanguage() : QString()},
                                      {QStringLiteral("user_properties"), user}});
 }
