@@ -72,146 +72,140 @@ class TestExportLists : public QObject
     Q_OBJECT
 
 private slots:
-    void startUp();
-    void loading_data();
-    void loading();
-    void editing();
-    void get();
-};
-
-void TestExportLists::startUp()
-{
-    // No user file at start: the shipped defaults, then written to the user's file, whose list
-    // is the one loaded from then on.
-    for (const QString& group : {QStringLiteral("Resolutions"), kSizes}) {
-        QVERIFY(Defaults(group).size() >= 5);
-        QCOMPARE(Items(group), Defaults(group));
-        QCOMPARE(Stored(UserFile(group), group), Defaults(group));
-        QCOMPARE(QSettings(UserFile(group), QSettings::IniFormat).value("Version"), QVariant("2.3.0"));
-        Write(UserFile(group), "[General]\nVersion=1\n[Resolutions]\n0=640x480\n[Sizes]\n0=77\n");
-        Load(group, UserFile(group));
-        QCOMPARE(Items(group).size(), 1);
-    }
-}
-
-void TestExportLists::loading_data()
-{
-    QTest::addColumn<QString>("group");
-    QTest::addColumn<QByteArray>("file");  // "<dir>": a folder stands at the file's place
-    QTest::addColumn<QString>("expected"); // "<defaults>": the shipped list
-
-    const QByteArray version = "[General]\nVersion=2.3.0\n";
-    QTest::newRow("resolution rules")
-        << "Resolutions"
-        << version +
-               "[Resolutions]\n0=0x600\n1=abc\n2=800x600x2\n3=10001x10\n4=800x600\n5=10000x1\n6=x\n7=-1x5\n"
-        << "800x600 10000x1";
-    QTest::newRow("indices 0, 1, 3") << "Resolutions" << version + "[Resolutions]\n0=1x2\n1=3x4\n3=5x6\n"
-                                     << "1x2 3x4";
-    QTest::newRow("size rules") << "Sizes" << version + "[Sizes]\n0=0\n1=-5\n2=abc\n3=1048576\n4=9000000000\n"
-                                << "1048576 9000000000";
-    QTest::newRow("version and no items") << "Sizes" << version << "";
-    QTest::newRow("no version") << "Sizes" << QByteArray("[Sizes]\n0=5\n") << "<defaults>";
-    QTest::newRow("garbage") << "Resolutions" << QByteArray("\x01\xff[[=\n\0\0=]]", 11) << "<defaults>";
-    QTest::newRow("folder") << "Resolutions" << QByteArray("<dir>") << "<defaults>";
-}
-
-void TestExportLists::loading()
-{
-    QFETCH(QString, group);
-    QFETCH(QByteArray, file);
-    QFETCH(QString, expected);
-    const QString path = OVTest::SandboxPath() + "/loading/" + QTest::currentDataTag() + ".ini";
-    QDir().mkpath(file == "<dir>" ? path : QFileInfo(path).path());
-    if (file != "<dir>")
-        Write(path, file);
-    Load(group, path);
-    if (expected != "<defaults>") {
-        QCOMPARE(Items(group).join(' '), expected);
-        return;
-    }
-    QCOMPARE(Items(group), Defaults(group));
-    // Saved to the user's file where it can be written, so used only once.
-    if (file != "<dir>")
-        QCOMPARE(Stored(path, group), Defaults(group));
-}
-
-void TestExportLists::editing()
-{
-    const QString path = OVTest::SandboxPath() + "/editing.ini";
-    Write(path, "[General]\nVersion=2.3.0\n[Resolutions]\n0=1280x720\n1=3840x2160\n");
-    Load("Resolutions", path);
-    OVTest::SignalLog log;
-    auto* list = KXExportResolutions::GetInstance();
-    log.Record(list, &KXExportResolutions::Inserted, "Inserted");
-    log.Record(list, &KXExportResolutions::Changhed, "Changhed");
-    log.Record(list, &KXExportResolutions::Removed, "Removed");
-    // Each signal comes before the save: the file still holds the list before the change.
-    for (auto signal :
-         {&KXExportResolutions::Inserted, &KXExportResolutions::Changhed, &KXExportResolutions::Removed})
-        connect(list, signal, &log, [&] { log.Append("file:" + Stored(path, "Resolutions").join(',')); });
-
-    QCOMPARE(KXExportResolutions::Add(QSize(1920, 1080)), 1);
-    QCOMPARE(KXExportResolutions::Add(QSize(1920, 1200)), 2);
-    KXExportResolutions::Add(-5, QSize(640, 480));
-    KXExportResolutions::Add(99, QSize(800, 600));
-    // An equal value neither announces nor writes anything: the file keeps its bytes and time.
-    QFile file(path);
-    const QDateTime old = QDateTime::fromSecsSinceEpoch(946684800);
-    QVERIFY(file.open(QIODevice::ReadWrite) && file.setFileTime(old, QFileDevice::FileModificationTime));
-    file.close();
-    const QByteArray bytes = Read(path);
-    KXExportResolutions::Set(1, QSize(1280, 720));
-    QCOMPARE(QFileInfo(path).lastModified(), old);
-    QCOMPARE(Read(path), bytes);
-    KXExportResolutions::Set(6, QSize(1, 1));
-    KXExportResolutions::Set(1, QSize(1280, 800));
-    KXExportResolutions::Remove(-1);
-    KXExportResolutions::Remove(6);
-    KXExportResolutions::Remove(5);
-    QCOMPARE(log.Entries(),
-             QStringList({"Inserted(1)", "file:1280x720,3840x2160", "Inserted(2)",
-                          "file:1280x720,1920x1080,3840x2160", "Inserted(0)",
-                          "file:1280x720,1920x1080,1920x1200,3840x2160", "Inserted(5)",
-                          "file:640x480,1280x720,1920x1080,1920x1200,3840x2160", "Changhed(1)",
-                          "file:640x480,1280x720,1920x1080,1920x1200,3840x2160,800x600", "Removed(5)",
-                          "file:640x480,1280x800,1920x1080,1920x1200,3840x2160,800x600"}));
-    // The removed item's key is gone; the save removes keys from the new count up to the number
-    // of keys held before (five items and key 9), so a key behind a gap stays.
-    QSettings(path, QSettings::IniFormat).setValue("Resolutions/9", "2x2");
-    KXExportResolutions::Remove(0);
-    QSettings settings(path, QSettings::IniFormat);
-    settings.beginGroup("Resolutions");
-    QCOMPARE(settings.childKeys(), QStringList({"0", "1", "2", "3", "9"}));
-    QCOMPARE(KXExportSizes::Add(1), 0);
-    QCOMPARE(KXExportSizes::Add(KXExportSizes::Get(0)), 1);
-}
-
-void TestExportLists::get()
-{
-    const auto message = [](auto get) {
-        try {
-            get();
-        } catch (const std::out_of_range& e) {
-            return QString::fromLatin1(e.what());
+    void startUp()
+    {
+        // No user file at start: the shipped defaults, then written to the user's file, whose list
+        // is the one loaded from then on.
+        for (const QString& group : {QStringLiteral("Resolutions"), kSizes}) {
+            QVERIFY(Defaults(group).size() >= 5);
+            QCOMPARE(Items(group), Defaults(group));
+            QCOMPARE(Stored(UserFile(group), group), Defaults(group));
+            QCOMPARE(QSettings(UserFile(group), QSettings::IniFormat).value("Version"), QVariant("2.3.0"));
+            Write(UserFile(group), "[General]\nVersion=1\n[Resolutions]\n0=640x480\n[Sizes]\n0=77\n");
+            Load(group, UserFile(group));
+            QCOMPARE(Items(group).size(), 1);
         }
-        return QString();
-    };
-    QCOMPARE(message([] { KXExportResolutions::Get(-1); }), "resolution index is out of range");
-    QCOMPARE(message([] { KXExportSizes::Get(KXExportSizes::GetSize()); }), "size index is out of range");
+    }
 
-    // Without instances (the application object releases them in its destructor).
-    KXExportResolutionsPrivate::Release();
-    KXExportSizesPrivate::Release();
-    QCOMPARE(KXExportResolutions::Get(0), QSize(-1, -1));
-    QCOMPARE(KXExportSizes::Get(-1) + KXExportSizes::GetSize() + KXExportResolutions::Add(QSize(1, 1)), -3);
-    QCOMPARE(KXExportSizes::GetList(), QList<qint64>());
-    KXExportSizes::Add(0, 5);
-    KXExportSizes::Set(0, 5);
-    KXExportSizes::Remove(0);
-    KXExportResolutionsPrivate::Create();
-    KXExportSizesPrivate::Create();
-}
+    void loading_data()
+    {
+        QTest::addColumn<QString>("group");
+        QTest::addColumn<QByteArray>("file");  // "<dir>": a folder stands at the file's place
+        QTest::addColumn<QString>("expected"); // "<defaults>": the shipped list
+
+        const QByteArray version = "[General]\nVersion=2.3.0\n";
+        QTest::newRow("resolution rules") << "Resolutions"
+                                          << version + "[Resolutions]\n0=0x600\n1=abc\n2=800x600x2\n3="
+                                                       "10001x10\n4=800x600\n5=10000x1\n6=x\n7=-1x5\n"
+                                          << "800x600 10000x1";
+        QTest::newRow("indices 0, 1, 3") << "Resolutions" << version + "[Resolutions]\n0=1x2\n1=3x4\n3=5x6\n"
+                                         << "1x2 3x4";
+        QTest::newRow("size rules") << "Sizes"
+                                    << version + "[Sizes]\n0=0\n1=-5\n2=abc\n3=1048576\n4=9000000000\n"
+                                    << "1048576 9000000000";
+        QTest::newRow("version and no items") << "Sizes" << version << "";
+        QTest::newRow("no version") << "Sizes" << QByteArray("[Sizes]\n0=5\n") << "<defaults>";
+        QTest::newRow("garbage") << "Resolutions" << QByteArray("\x01\xff[[=\n\0\0=]]", 11) << "<defaults>";
+        QTest::newRow("folder") << "Resolutions" << QByteArray("<dir>") << "<defaults>";
+    }
+    void loading()
+    {
+        QFETCH(QString, group);
+        QFETCH(QByteArray, file);
+        QFETCH(QString, expected);
+        const QString path = OVTest::SandboxPath() + "/loading/" + QTest::currentDataTag() + ".ini";
+        QDir().mkpath(file == "<dir>" ? path : QFileInfo(path).path());
+        if (file != "<dir>")
+            Write(path, file);
+        Load(group, path);
+        if (expected != "<defaults>") {
+            QCOMPARE(Items(group).join(' '), expected);
+            return;
+        }
+        QCOMPARE(Items(group), Defaults(group));
+        // Saved to the user's file where it can be written, so used only once.
+        if (file != "<dir>")
+            QCOMPARE(Stored(path, group), Defaults(group));
+    }
+
+    void editing()
+    {
+        const QString path = OVTest::SandboxPath() + "/editing.ini";
+        Write(path, "[General]\nVersion=2.3.0\n[Resolutions]\n0=1280x720\n1=3840x2160\n");
+        Load("Resolutions", path);
+        OVTest::SignalLog log;
+        auto* list = KXExportResolutions::GetInstance();
+        log.Record(list, &KXExportResolutions::Inserted, "Inserted");
+        log.Record(list, &KXExportResolutions::Changhed, "Changhed");
+        log.Record(list, &KXExportResolutions::Removed, "Removed");
+        // Each signal comes before the save: the file still holds the list before the change.
+        for (auto signal :
+             {&KXExportResolutions::Inserted, &KXExportResolutions::Changhed, &KXExportResolutions::Removed})
+            connect(list, signal, &log, [&] { log.Append("file:" + Stored(path, "Resolutions").join(',')); });
+
+        QCOMPARE(KXExportResolutions::Add(QSize(1920, 1080)), 1);
+        QCOMPARE(KXExportResolutions::Add(QSize(1920, 1200)), 2);
+        KXExportResolutions::Add(-5, QSize(640, 480));
+        KXExportResolutions::Add(99, QSize(800, 600));
+        // An equal value neither announces nor writes anything: the file keeps its bytes and time.
+        QFile file(path);
+        const QDateTime old = QDateTime::fromSecsSinceEpoch(946684800);
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.setFileTime(old, QFileDevice::FileModificationTime));
+        file.close();
+        const QByteArray bytes = Read(path);
+        KXExportResolutions::Set(1, QSize(1280, 720));
+        QCOMPARE(QFileInfo(path).lastModified(), old);
+        QCOMPARE(Read(path), bytes);
+        KXExportResolutions::Set(6, QSize(1, 1));
+        KXExportResolutions::Set(1, QSize(1280, 800));
+        KXExportResolutions::Remove(-1);
+        KXExportResolutions::Remove(6);
+        KXExportResolutions::Remove(5);
+        QCOMPARE(log.Entries(),
+                 QStringList({"Inserted(1)", "file:1280x720,3840x2160", "Inserted(2)",
+                              "file:1280x720,1920x1080,3840x2160", "Inserted(0)",
+                              "file:1280x720,1920x1080,1920x1200,3840x2160", "Inserted(5)",
+                              "file:640x480,1280x720,1920x1080,1920x1200,3840x2160", "Changhed(1)",
+                              "file:640x480,1280x720,1920x1080,1920x1200,3840x2160,800x600", "Removed(5)",
+                              "file:640x480,1280x800,1920x1080,1920x1200,3840x2160,800x600"}));
+        // The removed item's key is gone; the save removes keys from the new count up to the number
+        // of keys held before (five items and key 9), so a key behind a gap stays.
+        QSettings(path, QSettings::IniFormat).setValue("Resolutions/9", "2x2");
+        KXExportResolutions::Remove(0);
+        QSettings settings(path, QSettings::IniFormat);
+        settings.beginGroup("Resolutions");
+        QCOMPARE(settings.childKeys(), QStringList({"0", "1", "2", "3", "9"}));
+        QCOMPARE(KXExportSizes::Add(1), 0);
+        QCOMPARE(KXExportSizes::Add(KXExportSizes::Get(0)), 1);
+    }
+
+    void get()
+    {
+        const auto message = [](auto get) {
+            try {
+                get();
+            } catch (const std::out_of_range& e) {
+                return QString::fromLatin1(e.what());
+            }
+            return QString();
+        };
+        QCOMPARE(message([] { KXExportResolutions::Get(-1); }), "resolution index is out of range");
+        QCOMPARE(message([] { KXExportSizes::Get(KXExportSizes::GetSize()); }), "size index is out of range");
+
+        // Without instances (the application object releases them in its destructor).
+        KXExportResolutionsPrivate::Release();
+        KXExportSizesPrivate::Release();
+        QCOMPARE(KXExportResolutions::Get(0), QSize(-1, -1));
+        QCOMPARE(KXExportSizes::Get(-1) + KXExportSizes::GetSize() + KXExportResolutions::Add(QSize(1, 1)),
+                 -3);
+        QCOMPARE(KXExportSizes::GetList(), QList<qint64>());
+        KXExportSizes::Add(0, 5);
+        KXExportSizes::Set(0, 5);
+        KXExportSizes::Remove(0);
+        KXExportResolutionsPrivate::Create();
+        KXExportSizesPrivate::Create();
+    }
+};
 
 OV_TEST_MAIN(TestExportLists)
 #include "tst_exportlists.moc"

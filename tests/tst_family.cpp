@@ -12,94 +12,83 @@ class TestFamily : public QObject
     Q_OBJECT
 
 private slots:
-    void profiles_data();
-    void profiles();
-    void profileIsAValue();
-    void pixelRatio_data();
-    void pixelRatio();
+    void profiles_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("valid");
+        QTest::addColumn<quint32>("colorSpace");
+
+        QTest::newRow("sRGB") << OVTest::MakeProfile("sRGB") << true << quint32(OVCMSProfile::RGBSpace);
+        QTest::newRow("gray") << OVTest::MakeProfile("gray") << true << quint32(OVCMSProfile::GraySpace);
+        QTest::newRow("Lab") << OVTest::MakeProfile("lab") << true << quint32(OVCMSProfile::LabSpace);
+        QTest::newRow("empty file") << QByteArray() << false << 0u;
+        QTest::newRow("garbage") << QByteArray(512, '\x5a') << false << 0u;
+        QTest::newRow("truncated") << OVTest::MakeProfile("sRGB").left(100) << false << 0u;
+    }
+    void profiles()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, valid);
+        QFETCH(quint32, colorSpace);
+
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("profile.icc"));
+        QVERIFY(OVTest::WriteFile(path, bytes));
+
+        OVCMSProfile profile;
+        QCOMPARE(profile.Load(path), valid);
+        QCOMPARE(profile.IsValid(), valid);
+        QCOMPARE(profile.GetColorSpace(), colorSpace);
+        QCOMPARE(profile.GetFilePath(), valid ? path : QString());
+        QCOMPARE(profile.GetData(), valid ? bytes : QByteArray());
+        if (qstrcmp(QTest::currentDataTag(), "sRGB") == 0)
+            QVERIFY2(profile.GetDescription().contains(QLatin1String("sRGB")),
+                     qPrintable(profile.GetDescription()));
+
+        // A failed load leaves an empty profile, whatever it held before.
+        QVERIFY(!profile.Load(dir.filePath(QStringLiteral("missing.icc"))));
+        QVERIFY(!profile.IsValid());
+        QCOMPARE(profile.GetColorSpace(), 0u);
+    }
+
+    void profileIsAValue()
+    {
+        OVCMSProfile rgb;
+        QVERIFY(rgb.LoadFromData(OVTest::MakeProfile("sRGB")));
+        OVCMSProfile copy = rgb;
+        QVERIFY(copy.LoadFromData(OVTest::MakeProfile("gray")));
+        QCOMPARE(rgb.GetColorSpace(), quint32(OVCMSProfile::RGBSpace));
+        QCOMPARE(copy.GetColorSpace(), quint32(OVCMSProfile::GraySpace));
+        copy = rgb;
+        QCOMPARE(copy.GetData(), rgb.GetData());
+        QVERIFY(!OVCMSProfile().IsValid());
+    }
+
+    void pixelRatio_data()
+    {
+        QTest::addColumn<double>("ratio");
+        QTest::addColumn<double>("stored");
+        QTest::addColumn<int>("device");  // of 10.4 logical units
+        QTest::addColumn<int>("logical"); // of 31 device pixels
+        QTest::newRow("1") << 1.0 << 1.0 << 10 << 31;
+        QTest::newRow("1.5") << 1.5 << 1.5 << 16 << 21;
+        QTest::newRow("2") << 2.0 << 2.0 << 21 << 16;
+        QTest::newRow("zero falls back to 1") << 0.0 << 1.0 << 10 << 31;
+        QTest::newRow("negative falls back to 1") << -2.0 << 1.0 << 10 << 31;
+        QTest::newRow("NaN falls back to 1") << qQNaN() << 1.0 << 10 << 31;
+    }
+    void pixelRatio()
+    {
+        QFETCH(double, ratio);
+        QFETCH(double, stored);
+        QFETCH(int, device);
+        QFETCH(int, logical);
+        OVPixelRatioRound::SetPixelRatio(ratio);
+        QCOMPARE(OVPixelRatioRound::GetPixelRatio(), stored);
+        QCOMPARE(OVPixelRatioRound::ToDevice(10.4), device);
+        QCOMPARE(OVPixelRatioRound::ToLogical(31), logical);
+    }
 };
-
-void TestFamily::profiles_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("valid");
-    QTest::addColumn<quint32>("colorSpace");
-
-    QTest::newRow("sRGB") << OVTest::MakeProfile("sRGB") << true << quint32(OVCMSProfile::RGBSpace);
-    QTest::newRow("gray") << OVTest::MakeProfile("gray") << true << quint32(OVCMSProfile::GraySpace);
-    QTest::newRow("Lab") << OVTest::MakeProfile("lab") << true << quint32(OVCMSProfile::LabSpace);
-    QTest::newRow("empty file") << QByteArray() << false << 0u;
-    QTest::newRow("garbage") << QByteArray(512, '\x5a') << false << 0u;
-    QTest::newRow("truncated") << OVTest::MakeProfile("sRGB").left(100) << false << 0u;
-}
-
-void TestFamily::profiles()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, valid);
-    QFETCH(quint32, colorSpace);
-
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("profile.icc"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    file.close();
-
-    OVCMSProfile profile;
-    QCOMPARE(profile.Load(path), valid);
-    QCOMPARE(profile.IsValid(), valid);
-    QCOMPARE(profile.GetColorSpace(), colorSpace);
-    QCOMPARE(profile.GetFilePath(), valid ? path : QString());
-    QCOMPARE(profile.GetData(), valid ? bytes : QByteArray());
-    if (qstrcmp(QTest::currentDataTag(), "sRGB") == 0)
-        QVERIFY2(profile.GetDescription().contains(QLatin1String("sRGB")),
-                 qPrintable(profile.GetDescription()));
-
-    // A failed load leaves an empty profile, whatever it held before.
-    QVERIFY(!profile.Load(dir.filePath(QStringLiteral("missing.icc"))));
-    QVERIFY(!profile.IsValid());
-    QCOMPARE(profile.GetColorSpace(), 0u);
-}
-
-void TestFamily::profileIsAValue()
-{
-    OVCMSProfile rgb;
-    QVERIFY(rgb.LoadFromData(OVTest::MakeProfile("sRGB")));
-    OVCMSProfile copy = rgb;
-    QVERIFY(copy.LoadFromData(OVTest::MakeProfile("gray")));
-    QCOMPARE(rgb.GetColorSpace(), quint32(OVCMSProfile::RGBSpace));
-    QCOMPARE(copy.GetColorSpace(), quint32(OVCMSProfile::GraySpace));
-    copy = rgb;
-    QCOMPARE(copy.GetData(), rgb.GetData());
-    QVERIFY(!OVCMSProfile().IsValid());
-}
-
-void TestFamily::pixelRatio_data()
-{
-    QTest::addColumn<double>("ratio");
-    QTest::addColumn<double>("stored");
-    QTest::addColumn<int>("device");  // of 10.4 logical units
-    QTest::addColumn<int>("logical"); // of 31 device pixels
-    QTest::newRow("1") << 1.0 << 1.0 << 10 << 31;
-    QTest::newRow("1.5") << 1.5 << 1.5 << 16 << 21;
-    QTest::newRow("2") << 2.0 << 2.0 << 21 << 16;
-    QTest::newRow("zero falls back to 1") << 0.0 << 1.0 << 10 << 31;
-    QTest::newRow("negative falls back to 1") << -2.0 << 1.0 << 10 << 31;
-    QTest::newRow("NaN falls back to 1") << qQNaN() << 1.0 << 10 << 31;
-}
-
-void TestFamily::pixelRatio()
-{
-    QFETCH(double, ratio);
-    QFETCH(double, stored);
-    QFETCH(int, device);
-    QFETCH(int, logical);
-    OVPixelRatioRound::SetPixelRatio(ratio);
-    QCOMPARE(OVPixelRatioRound::GetPixelRatio(), stored);
-    QCOMPARE(OVPixelRatioRound::ToDevice(10.4), device);
-    QCOMPARE(OVPixelRatioRound::ToLogical(31), logical);
-}
 
 QTEST_GUILESS_MAIN(TestFamily)
 

@@ -15,6 +15,7 @@
 #include <thread>
 #include <vector>
 
+using OVTest::Describe;
 using OVTest::FakeImagePlugin;
 using OVTest::Words;
 
@@ -23,11 +24,6 @@ namespace {
 OVImageFileManager* Manager()
 {
     return OVImageFileManager::GetInstance();
-}
-
-QString Name(const QObject* object)
-{
-    return object ? object->objectName() : QStringLiteral("-");
 }
 
 // Every reader the plug-ins made against every reader they got back, both sorted.
@@ -94,19 +90,274 @@ class TestImageFileIO : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { OVImageFileManager::InitInstance(); }
 
-    void createAndRelease();
-    void orphanedReadersAndWriters();
-    void poolEntries();
-    void poolLastInFirstOut();
-    void borrowerBeyondPoolWaits();
-    void releaseWaitsForBorrowedReader();
-    void releasePoolAfterMisuse();
-    void poolStress();
-    void hooks_data();
-    void hooks();
+    void cleanup()
+    {
+        OVImageFileManagerPrivate::drainWaits = nullptr;
+        OVImageFileManager::ReleaseReadersPool();
+        OVImageFileManager::ReleaseInstance();
+        m_plugins.clear();
+        m_calls.Take();
+    }
+
+    void createAndRelease()
+    {
+        FakeImagePlugin* a = Add(QStringLiteral("A png:rw jpg:r r@RA w@WA"));
+        Add(QStringLiteral("B png:r r@RB"));
+        Add(QStringLiteral("N gif:rw r@RN w@WN null"));
+        m_calls.Take();
+
+        OVImageFileReader* fromB = Manager()->CreateReader(QStringLiteral("PNG"));
+        OVImageFileReader* byUID = Manager()->CreateReaderByUID(QStringLiteral("RA"));
+        OVImageFileWriter* writer = Manager()->CreateWriter(QStringLiteral("Png"));
+        OVImageFileWriter* writerByUID = Manager()->CreateWriterByUID(QStringLiteral("WA"));
+        QCOMPARE(Describe(fromB) + Describe(byUID) + Describe(writer) + Describe(writerByUID),
+                 QStringLiteral("B.r1A.r1A.w1A.w2"));
+        // Unknown formats and UIDs ask no plug-in; a plug-in that makes nothing gives null.
+        QCOMPARE(Manager()->CreateReader(QStringLiteral("tif")), nullptr);
+        QCOMPARE(Manager()->CreateReaderByUID(QStringLiteral("ra")), nullptr);
+        QCOMPARE(Manager()->CreateWriter(QStringLiteral("jpg")), nullptr);
+        QCOMPARE(Manager()->CreateReader(QStringLiteral("gif")), nullptr);
+        QCOMPARE(Manager()->CreateWriterByUID(QStringLiteral("WN")), nullptr);
+        QCOMPARE(m_calls.Take(),
+                 Words("B.CreateReader(png) A.CreateReaderByUID(RA) A.CreateWriter(png) "
+                       "A.CreateWriterByUID(WA) N.CreateReader(gif) N.CreateWriterByUID(WN)"));
+
+        // Each object goes back to the plug-in that made it, once; unregistering a plug-in
+        // leaves its live objects to be given back later.
+        QVERIFY(Manager()->Unregister(a));
+        for (int round = 0; round < 2; ++round) {
+            Manager()->ReleaseReader(fromB);
+            Manager()->ReleaseReader(byUID);
+            Manager()->ReleaseWriter(writer);
+            Manager()->ReleaseWriter(writerByUID);
+            Manager()->ReleaseReader(nullptr);
+            Manager()->ReleaseAcquiredReader(byUID);
+        }
+        QCOMPARE(m_calls.Take(), Words("B.ReleaseReader(B.r1) A.ReleaseReader(A.r1) A.ReleaseWriter(A.w1) "
+                                       "A.ReleaseWriter(A.w2)"));
+    }
+
+    void orphanedReadersAndWriters()
+    {
+        Add(QStringLiteral("A png:rw"));
+        FakeImagePlugin* b = Add(QStringLiteral("B jpg:rw"));
+
+        // A reader destroyed by someone else is forgotten.
+        delete Manager()->CreateReader(QStringLiteral("png"));
+        // A plug-in destroyed while registered takes its live objects out of the registry: the
+        // one that outlives it is not handed back to anybody afterwards.
+        std::unique_ptr<OVImageFileReader> survivor(Manager()->CreateReader(QStringLiteral("png")));
+        survivor->setParent(nullptr);
+        QVERIFY(Manager()->CreateWriter(QStringLiteral("png")));
+        // A plug-in unregistered and then destroyed cannot be handed anything either.
+        std::unique_ptr<OVImageFileReader> stray(Manager()->CreateReader(QStringLiteral("jpg")));
+        stray->setParent(nullptr);
+        QVERIFY(Manager()->Unregister(b));
+        m_plugins.clear();
+        m_calls.Take();
+
+        Manager()->ReleaseReader(survivor.get());
+        Manager()->ReleaseReader(stray.get());
+        QCOMPARE(m_calls.Take(), QStringList());
+    }
+
+    void poolEntries()
+    {
+        // One entry per set of formats a reader declares: jpg's readers serve jpeg too, and tif's
+        // readers, which declare only tiff, leave tif without an entry.
+        FakeImagePlugin* a = Add(QStringLiteral("A gif:r jpg:r tif:r png:w jpg>jpg,jpeg tif>tiff"));
+        Add(QStringLiteral("N bmp:r null"));
+        m_calls.Take();
+        OVImageFileManager::InitReadersPool();
+        QStringList expected;
+        for (const QString& call : Words("N.CreateReader(bmp) A.CreateReader(gif) A.CreateReader(jpg) "
+                                         "A.CreateReader(tif)"))
+            expected += QVector<QString>(m_n, call).toList();
+        QCOMPARE(m_calls.Take(), expected);
+
+        for (const char* format : {"tif", "bmp", "png"})
+            QCOMPARE(Manager()->AcquireReader(QLatin1String(format)), nullptr);
+        QSet<OVImageFileReader*> jpegReaders;
+        for (const char* format : {"jpeg", "JPG"}) {
+            for (int i = 0; i < m_n; ++i) {
+                jpegReaders << Manager()->AcquireReader(QLatin1String(format));
+                QCOMPARE(Describe(*jpegReaders.begin()).left(3), QStringLiteral("A.r"));
+            }
+            for (OVImageFileReader* reader : qAsConst(jpegReaders))
+                Manager()->ReleaseAcquiredReader(reader);
+        }
+        QCOMPARE(jpegReaders.size(), m_n);
+        OVImageFileReader* tiff = Manager()->AcquireReader(QStringLiteral("tiff"));
+        QCOMPARE(tiff->GetFormats(), QStringList{"tiff"});
+        Manager()->ReleaseAcquiredReader(tiff);
+        OVImageFileManager::ReleaseReadersPool();
+        VerifyEachReaderReleasedOnce(a, m_calls);
+    }
+
+    void poolLastInFirstOut()
+    {
+        FakeImagePlugin* a = Add(QStringLiteral("A jpg:r"));
+        OVImageFileManager::InitReadersPool();
+        const QString jpg = QStringLiteral("jpg");
+
+        OVImageFileReader* first = Manager()->AcquireReader(jpg);
+        QCOMPARE(first, a->Readers().last());
+        if (m_n > 1) {
+            OVImageFileReader* second = Manager()->AcquireReader(jpg);
+            Manager()->ReleaseAcquiredReader(second);
+            Manager()->ReleaseAcquiredReader(first);
+            QCOMPARE(Manager()->AcquireReader(jpg), first);
+            QCOMPARE(Manager()->AcquireReader(jpg), second);
+            Manager()->ReleaseAcquiredReader(second);
+        }
+        // Returned twice, a reader is lent twice.
+        Manager()->ReleaseAcquiredReader(first);
+        Manager()->ReleaseAcquiredReader(first);
+        QCOMPARE(Manager()->AcquireReader(jpg), first);
+        QCOMPARE(Manager()->AcquireReader(jpg), first);
+        Manager()->ReleaseAcquiredReader(first);
+        Manager()->ReleaseAcquiredReader(first);
+    }
+
+    void borrowerBeyondPoolWaits()
+    {
+        Add(QStringLiteral("A jpg:r jpg>jpg,jpeg"));
+        OVImageFileManager::InitReadersPool();
+        std::vector<OVImageFileReader*> held;
+        for (int i = 0; i < m_n; ++i)
+            held.push_back(Manager()->AcquireReader(QStringLiteral("jpg")));
+
+        // With every reader out, the borrower can only get the one that comes back.
+        std::atomic<OVImageFileReader*> got{nullptr};
+        std::thread borrower([&] { got = Manager()->AcquireReader(QStringLiteral("JPEG")); });
+        Manager()->ReleaseAcquiredReader(held.front());
+        borrower.join();
+        QCOMPARE(got.load(), held.front());
+        for (OVImageFileReader* reader : held)
+            Manager()->ReleaseAcquiredReader(reader);
+    }
+
+    void releaseWaitsForBorrowedReader()
+    {
+        FakeImagePlugin* a = Add(QStringLiteral("A jpg:r"));
+        OVImageFileManager::InitReadersPool();
+        if (m_n < 2)
+            QSKIP("Needs two readers per pool entry");
+
+        // The worker holds the last reader made; taking out the first, which is idle, waits for
+        // the worker's to come back, since it needs the whole entry idle.
+        QSemaphore borrowed;
+        std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("jpg"), borrowed);
+        borrowed.acquire();
+        m_calls.Take();
+        Manager()->ReleaseReader(a->Readers().first());
+        worker.join();
+        QCOMPARE(m_calls.Take(),
+                 (QStringList{QStringLiteral("returned(A.r%1,jpg)").arg(m_n), "A.ReleaseReader(A.r1)"}));
+    }
+
+    void releasePoolAfterMisuse()
+    {
+        // A plug-in that deletes the readers it gets back, and readers returned more often than
+        // they were lent: each reader still goes back once, and not while a worker holds it.
+        FakeImagePlugin* a = Add(QStringLiteral("A jpg:r png:r disposes"));
+        OVImageFileManager::InitReadersPool();
+        QStringList names;
+        for (const OVTest::FakeReader* reader : a->Readers())
+            names << reader->objectName();
+        for (const char* format : {"jpg", "png"}) {
+            OVImageFileReader* reader = Manager()->AcquireReader(QLatin1String(format));
+            Manager()->ReleaseAcquiredReader(reader);
+            Manager()->ReleaseAcquiredReader(reader);
+        }
+        // The worker borrows png's top reader while a second copy of it stays idle.
+        QSemaphore borrowed;
+        std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("png"), borrowed);
+        borrowed.acquire();
+        m_calls.Take();
+        OVImageFileManager::ReleaseReadersPool();
+        worker.join();
+
+        QStringList expected;
+        for (int i = m_n; i > 0; --i)
+            expected << "A.ReleaseReader(" + names.at(i - 1) + ')';
+        expected << "returned(" + names.last() + ",png)";
+        for (int i = 2 * m_n; i > m_n; --i)
+            expected << "A.ReleaseReader(" + names.at(i - 1) + ')';
+        QCOMPARE(m_calls.Take(), expected);
+        QVERIFY(a->Readers().isEmpty());
+    }
+
+    void poolStress()
+    {
+        FakeImagePlugin* a = Add(QStringLiteral("A jpg:r png:r"));
+        OVImageFileManager::InitReadersPool();
+        OVTest::FakeReader::s_overlaps.storeRelaxed(0);
+        std::atomic<int> failures{0};
+        std::vector<std::thread> workers;
+        for (int t = 0; t < 2 * m_n + 1; ++t) {
+            workers.emplace_back([&, t] {
+                const QString format = t % 2 ? QStringLiteral("JPG") : QStringLiteral("png");
+                QImage image;
+                for (int round = 0; round < 600; ++round) {
+                    OVImageFileReader* reader = Manager()->AcquireReader(format);
+                    if (!reader || !reader->GetFormats().contains(format.toLower()))
+                        ++failures;
+                    else
+                        reader->Read(QString(), image);
+                    Manager()->ReleaseAcquiredReader(reader);
+                }
+            });
+        }
+        for (std::thread& worker : workers)
+            worker.join();
+        // No reader was lent to two threads at once.
+        QCOMPARE(failures.load(), 0);
+        QCOMPARE(OVTest::FakeReader::s_overlaps.loadRelaxed(), 0);
+        m_calls.Take();
+        OVImageFileManager::ReleaseReadersPool();
+        QCOMPARE(a->Readers().size(), 2 * m_n);
+        VerifyEachReaderReleasedOnce(a, m_calls);
+    }
+
+    void hooks_data()
+    {
+        QTest::addColumn<bool>("installed");
+        QTest::addColumn<QString>("stopAt");
+        QTest::addColumn<QStringList>("calls");
+        QTest::newRow("no hook") << false << "" << QStringList{};
+        QTest::newRow("hook runs the whole batch")
+            << true << ""
+            << Words("open(one,flag) open(one,null) open(a,flag) open(b,flag) open(c,flag) save(doc)");
+        QTest::newRow("hook stops the batch at the second path")
+            << true << "b" << Words("open(one,flag) open(one,null) open(a,flag) open(b,flag) save(doc)");
+    }
+    void hooks()
+    {
+        QFETCH(bool, installed);
+        QFETCH(QString, stopAt);
+        QFETCH(QStringList, calls);
+
+        // Hooks replace the ones installed before; null clears them.
+        HookLog log{{}, stopAt, !stopAt.isEmpty()};
+        HookLog replaced;
+        Manager()->Register(&RecordOpen, &replaced);
+        Manager()->Register(&RecordSave, &replaced);
+        Manager()->Register(installed ? &RecordOpen : OVImageFileManager::OpenHook(nullptr), &log);
+        Manager()->Register(installed ? &RecordSave : OVImageFileManager::SaveHook(nullptr), &log);
+
+        const bool result = installed && log.result;
+        bool flag = true;
+        QCOMPARE(Manager()->Open(QStringLiteral("one"), &flag), result);
+        QCOMPARE(flag, installed);
+        QCOMPARE(Manager()->Open(QStringLiteral("one"), nullptr), result);
+        Manager()->Open(QStringList{"a", "b", "c"});
+        QCOMPARE(Manager()->Save(reinterpret_cast<KXDocumentInterface*>(&log)), result);
+        QCOMPARE(log.calls, calls);
+        QCOMPARE(replaced.calls, QStringList());
+    }
 
 private:
     FakeImagePlugin* Add(const QString& definition);
@@ -116,283 +367,11 @@ private:
     const int m_n = QThread::idealThreadCount();
 };
 
-void TestImageFileIO::init()
-{
-    OVImageFileManager::InitInstance();
-}
-
-void TestImageFileIO::cleanup()
-{
-    OVImageFileManagerPrivate::drainWaits = nullptr;
-    OVImageFileManager::ReleaseReadersPool();
-    OVImageFileManager::ReleaseInstance();
-    m_plugins.clear();
-    m_calls.Take();
-}
-
 FakeImagePlugin* TestImageFileIO::Add(const QString& definition)
 {
     m_plugins.push_back(std::make_unique<FakeImagePlugin>(definition, &m_calls));
     Manager()->Register(m_plugins.back().get());
     return m_plugins.back().get();
-}
-
-void TestImageFileIO::createAndRelease()
-{
-    FakeImagePlugin* a = Add(QStringLiteral("A png:rw jpg:r r@RA w@WA"));
-    Add(QStringLiteral("B png:r r@RB"));
-    Add(QStringLiteral("N gif:rw r@RN w@WN null"));
-    m_calls.Take();
-
-    OVImageFileReader* fromB = Manager()->CreateReader(QStringLiteral("PNG"));
-    OVImageFileReader* byUID = Manager()->CreateReaderByUID(QStringLiteral("RA"));
-    OVImageFileWriter* writer = Manager()->CreateWriter(QStringLiteral("Png"));
-    OVImageFileWriter* writerByUID = Manager()->CreateWriterByUID(QStringLiteral("WA"));
-    QCOMPARE(Name(fromB) + Name(byUID) + Name(writer) + Name(writerByUID),
-             QStringLiteral("B.r1A.r1A.w1A.w2"));
-    // Unknown formats and UIDs ask no plug-in; a plug-in that makes nothing gives null.
-    QCOMPARE(Manager()->CreateReader(QStringLiteral("tif")), nullptr);
-    QCOMPARE(Manager()->CreateReaderByUID(QStringLiteral("ra")), nullptr);
-    QCOMPARE(Manager()->CreateWriter(QStringLiteral("jpg")), nullptr);
-    QCOMPARE(Manager()->CreateReader(QStringLiteral("gif")), nullptr);
-    QCOMPARE(Manager()->CreateWriterByUID(QStringLiteral("WN")), nullptr);
-    QCOMPARE(m_calls.Take(), Words("B.CreateReader(png) A.CreateReaderByUID(RA) A.CreateWriter(png) "
-                                   "A.CreateWriterByUID(WA) N.CreateReader(gif) N.CreateWriterByUID(WN)"));
-
-    // Each object goes back to the plug-in that made it, once; unregistering a plug-in
-    // leaves its live objects to be given back later.
-    QVERIFY(Manager()->Unregister(a));
-    for (int round = 0; round < 2; ++round) {
-        Manager()->ReleaseReader(fromB);
-        Manager()->ReleaseReader(byUID);
-        Manager()->ReleaseWriter(writer);
-        Manager()->ReleaseWriter(writerByUID);
-        Manager()->ReleaseReader(nullptr);
-        Manager()->ReleaseAcquiredReader(byUID);
-    }
-    QCOMPARE(m_calls.Take(), Words("B.ReleaseReader(B.r1) A.ReleaseReader(A.r1) A.ReleaseWriter(A.w1) "
-                                   "A.ReleaseWriter(A.w2)"));
-}
-
-void TestImageFileIO::orphanedReadersAndWriters()
-{
-    Add(QStringLiteral("A png:rw"));
-    FakeImagePlugin* b = Add(QStringLiteral("B jpg:rw"));
-
-    // A reader destroyed by someone else is forgotten.
-    delete Manager()->CreateReader(QStringLiteral("png"));
-    // A plug-in destroyed while registered takes its live objects out of the registry: the
-    // one that outlives it is not handed back to anybody afterwards.
-    std::unique_ptr<OVImageFileReader> survivor(Manager()->CreateReader(QStringLiteral("png")));
-    survivor->setParent(nullptr);
-    QVERIFY(Manager()->CreateWriter(QStringLiteral("png")));
-    // A plug-in unregistered and then destroyed cannot be handed anything either.
-    std::unique_ptr<OVImageFileReader> stray(Manager()->CreateReader(QStringLiteral("jpg")));
-    stray->setParent(nullptr);
-    QVERIFY(Manager()->Unregister(b));
-    m_plugins.clear();
-    m_calls.Take();
-
-    Manager()->ReleaseReader(survivor.get());
-    Manager()->ReleaseReader(stray.get());
-    QCOMPARE(m_calls.Take(), QStringList());
-}
-
-void TestImageFileIO::poolEntries()
-{
-    // One entry per set of formats a reader declares: jpg's readers serve jpeg too, and tif's
-    // readers, which declare only tiff, leave tif without an entry.
-    FakeImagePlugin* a = Add(QStringLiteral("A gif:r jpg:r tif:r png:w jpg>jpg,jpeg tif>tiff"));
-    Add(QStringLiteral("N bmp:r null"));
-    m_calls.Take();
-    OVImageFileManager::InitReadersPool();
-    QStringList expected;
-    for (const QString& call : Words("N.CreateReader(bmp) A.CreateReader(gif) A.CreateReader(jpg) "
-                                     "A.CreateReader(tif)"))
-        expected += QVector<QString>(m_n, call).toList();
-    QCOMPARE(m_calls.Take(), expected);
-
-    for (const char* format : {"tif", "bmp", "png"})
-        QCOMPARE(Manager()->AcquireReader(QLatin1String(format)), nullptr);
-    QSet<OVImageFileReader*> jpegReaders;
-    for (const char* format : {"jpeg", "JPG"}) {
-        for (int i = 0; i < m_n; ++i) {
-            jpegReaders << Manager()->AcquireReader(QLatin1String(format));
-            QCOMPARE(Name(*jpegReaders.begin()).left(3), QStringLiteral("A.r"));
-        }
-        for (OVImageFileReader* reader : qAsConst(jpegReaders))
-            Manager()->ReleaseAcquiredReader(reader);
-    }
-    QCOMPARE(jpegReaders.size(), m_n);
-    OVImageFileReader* tiff = Manager()->AcquireReader(QStringLiteral("tiff"));
-    QCOMPARE(tiff->GetFormats(), QStringList{"tiff"});
-    Manager()->ReleaseAcquiredReader(tiff);
-    OVImageFileManager::ReleaseReadersPool();
-    VerifyEachReaderReleasedOnce(a, m_calls);
-}
-
-void TestImageFileIO::poolLastInFirstOut()
-{
-    FakeImagePlugin* a = Add(QStringLiteral("A jpg:r"));
-    OVImageFileManager::InitReadersPool();
-    const QString jpg = QStringLiteral("jpg");
-
-    OVImageFileReader* first = Manager()->AcquireReader(jpg);
-    QCOMPARE(first, a->Readers().last());
-    if (m_n > 1) {
-        OVImageFileReader* second = Manager()->AcquireReader(jpg);
-        Manager()->ReleaseAcquiredReader(second);
-        Manager()->ReleaseAcquiredReader(first);
-        QCOMPARE(Manager()->AcquireReader(jpg), first);
-        QCOMPARE(Manager()->AcquireReader(jpg), second);
-        Manager()->ReleaseAcquiredReader(second);
-    }
-    // Returned twice, a reader is lent twice.
-    Manager()->ReleaseAcquiredReader(first);
-    Manager()->ReleaseAcquiredReader(first);
-    QCOMPARE(Manager()->AcquireReader(jpg), first);
-    QCOMPARE(Manager()->AcquireReader(jpg), first);
-    Manager()->ReleaseAcquiredReader(first);
-    Manager()->ReleaseAcquiredReader(first);
-}
-
-void TestImageFileIO::borrowerBeyondPoolWaits()
-{
-    Add(QStringLiteral("A jpg:r jpg>jpg,jpeg"));
-    OVImageFileManager::InitReadersPool();
-    std::vector<OVImageFileReader*> held;
-    for (int i = 0; i < m_n; ++i)
-        held.push_back(Manager()->AcquireReader(QStringLiteral("jpg")));
-
-    // With every reader out, the borrower can only get the one that comes back.
-    std::atomic<OVImageFileReader*> got{nullptr};
-    std::thread borrower([&] { got = Manager()->AcquireReader(QStringLiteral("JPEG")); });
-    Manager()->ReleaseAcquiredReader(held.front());
-    borrower.join();
-    QCOMPARE(got.load(), held.front());
-    for (OVImageFileReader* reader : held)
-        Manager()->ReleaseAcquiredReader(reader);
-}
-
-void TestImageFileIO::releaseWaitsForBorrowedReader()
-{
-    FakeImagePlugin* a = Add(QStringLiteral("A jpg:r"));
-    OVImageFileManager::InitReadersPool();
-    if (m_n < 2)
-        QSKIP("Needs two readers per pool entry");
-
-    // The worker holds the last reader made; taking out the first, which is idle, waits for
-    // the worker's to come back, since it needs the whole entry idle.
-    QSemaphore borrowed;
-    std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("jpg"), borrowed);
-    borrowed.acquire();
-    m_calls.Take();
-    Manager()->ReleaseReader(a->Readers().first());
-    worker.join();
-    QCOMPARE(m_calls.Take(),
-             (QStringList{QStringLiteral("returned(A.r%1,jpg)").arg(m_n), "A.ReleaseReader(A.r1)"}));
-}
-
-void TestImageFileIO::releasePoolAfterMisuse()
-{
-    // A plug-in that deletes the readers it gets back, and readers returned more often than
-    // they were lent: each reader still goes back once, and not while a worker holds it.
-    FakeImagePlugin* a = Add(QStringLiteral("A jpg:r png:r disposes"));
-    OVImageFileManager::InitReadersPool();
-    QStringList names;
-    for (const OVTest::FakeReader* reader : a->Readers())
-        names << reader->objectName();
-    for (const char* format : {"jpg", "png"}) {
-        OVImageFileReader* reader = Manager()->AcquireReader(QLatin1String(format));
-        Manager()->ReleaseAcquiredReader(reader);
-        Manager()->ReleaseAcquiredReader(reader);
-    }
-    // The worker borrows png's top reader while a second copy of it stays idle.
-    QSemaphore borrowed;
-    std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("png"), borrowed);
-    borrowed.acquire();
-    m_calls.Take();
-    OVImageFileManager::ReleaseReadersPool();
-    worker.join();
-
-    QStringList expected;
-    for (int i = m_n; i > 0; --i)
-        expected << "A.ReleaseReader(" + names.at(i - 1) + ')';
-    expected << "returned(" + names.last() + ",png)";
-    for (int i = 2 * m_n; i > m_n; --i)
-        expected << "A.ReleaseReader(" + names.at(i - 1) + ')';
-    QCOMPARE(m_calls.Take(), expected);
-    QVERIFY(a->Readers().isEmpty());
-}
-
-void TestImageFileIO::poolStress()
-{
-    FakeImagePlugin* a = Add(QStringLiteral("A jpg:r png:r"));
-    OVImageFileManager::InitReadersPool();
-    OVTest::FakeReader::s_overlaps.storeRelaxed(0);
-    std::atomic<int> failures{0};
-    std::vector<std::thread> workers;
-    for (int t = 0; t < 2 * m_n + 1; ++t) {
-        workers.emplace_back([&, t] {
-            const QString format = t % 2 ? QStringLiteral("JPG") : QStringLiteral("png");
-            QImage image;
-            for (int round = 0; round < 600; ++round) {
-                OVImageFileReader* reader = Manager()->AcquireReader(format);
-                if (!reader || !reader->GetFormats().contains(format.toLower()))
-                    ++failures;
-                else
-                    reader->Read(QString(), image);
-                Manager()->ReleaseAcquiredReader(reader);
-            }
-        });
-    }
-    for (std::thread& worker : workers)
-        worker.join();
-    // No reader was lent to two threads at once.
-    QCOMPARE(failures.load(), 0);
-    QCOMPARE(OVTest::FakeReader::s_overlaps.loadRelaxed(), 0);
-    m_calls.Take();
-    OVImageFileManager::ReleaseReadersPool();
-    QCOMPARE(a->Readers().size(), 2 * m_n);
-    VerifyEachReaderReleasedOnce(a, m_calls);
-}
-
-void TestImageFileIO::hooks_data()
-{
-    QTest::addColumn<bool>("installed");
-    QTest::addColumn<QString>("stopAt");
-    QTest::addColumn<QStringList>("calls");
-    QTest::newRow("no hook") << false << "" << QStringList{};
-    QTest::newRow("hook runs the whole batch")
-        << true << ""
-        << Words("open(one,flag) open(one,null) open(a,flag) open(b,flag) open(c,flag) save(doc)");
-    QTest::newRow("hook stops the batch at the second path")
-        << true << "b" << Words("open(one,flag) open(one,null) open(a,flag) open(b,flag) save(doc)");
-}
-
-void TestImageFileIO::hooks()
-{
-    QFETCH(bool, installed);
-    QFETCH(QString, stopAt);
-    QFETCH(QStringList, calls);
-
-    // Hooks replace the ones installed before; null clears them.
-    HookLog log{{}, stopAt, !stopAt.isEmpty()};
-    HookLog replaced;
-    Manager()->Register(&RecordOpen, &replaced);
-    Manager()->Register(&RecordSave, &replaced);
-    Manager()->Register(installed ? &RecordOpen : OVImageFileManager::OpenHook(nullptr), &log);
-    Manager()->Register(installed ? &RecordSave : OVImageFileManager::SaveHook(nullptr), &log);
-
-    const bool result = installed && log.result;
-    bool flag = true;
-    QCOMPARE(Manager()->Open(QStringLiteral("one"), &flag), result);
-    QCOMPARE(flag, installed);
-    QCOMPARE(Manager()->Open(QStringLiteral("one"), nullptr), result);
-    Manager()->Open(QStringList{"a", "b", "c"});
-    QCOMPARE(Manager()->Save(reinterpret_cast<KXDocumentInterface*>(&log)), result);
-    QCOMPARE(log.calls, calls);
-    QCOMPARE(replaced.calls, QStringList());
 }
 
 OV_TEST_MAIN(TestImageFileIO)

@@ -18,12 +18,102 @@ class TestImageIOPlugin : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase();
+    void initTestCase()
+    {
+        OVImageFileManager::InitInstance();
+        m_container = qobject_cast<OVPluginContainer*>(m_loader.instance());
+        QVERIFY2(m_container, qPrintable(m_loader.errorString()));
+        m_container->Initialize();
+        QList<OVPlugin*> plugins;
+        m_container->GetPlugins(plugins);
+        QCOMPARE(plugins.size(), 1);
+        m_plugin = qobject_cast<OVImageFilePlugin*>(plugins.first());
+        QVERIFY(m_plugin);
+        QVERIFY(OVImageFileManager::GetInstance()->Register(m_plugin));
+        OVImageFileManager::InitReadersPool();
+    }
 
-    void formatsAndGroups();
-    void roundTrip_data();
-    void roundTrip();
+    void cleanupTestCase()
+    {
+        // A reader returned twice stands twice in the pool; the plug-in, which deletes what it is
+        // given back, still gets it once.
+        OVImageFileManager* m = OVImageFileManager::GetInstance();
+        OVImageFileReader* twice = m->AcquireReader(QStringLiteral("png"));
+        m->ReleaseAcquiredReader(twice);
+        m->ReleaseAcquiredReader(twice);
+        OVImageFileManager::ReleaseReadersPool();
+        if (m_plugin)
+            QVERIFY(OVImageFileManager::GetInstance()->Unregister(m_plugin));
+        if (m_container)
+            m_container->Release();
+        m_loader.unload();
+        OVImageFileManager::ReleaseInstance();
+    }
+
+    void formatsAndGroups()
+    {
+        const OVImageFileManager* m = OVImageFileManager::GetInstance();
+        for (const QString format : {"bmp", "jpeg", "jpg", "png"}) {
+            QVERIFY2(m->GetSupportedReadFormats().contains(format), qPrintable(format));
+            QVERIFY2(m->GetSupportedWriteFormats().contains(format), qPrintable(format));
+            QCOMPARE(m->GetPluginForRead(format.toUpper()), m_plugin);
+        }
+        const QString jpegEntry = QStringLiteral("JPEG (*.jpg *.jpeg)");
+        QVERIFY(OVImageFileManager::GetFilterForRead().startsWith(QStringLiteral("All (*.bmp ")));
+        QVERIFY(OVImageFileManager::GetFilterForRead().contains(jpegEntry));
+        QVERIFY(OVImageFileManager::GetFilterForWrite().contains(jpegEntry));
+
+        // Readers made by UID are those the pool lends for the same format.
+        OVImageFileReader* pooled = OVImageFileManager::GetInstance()->AcquireReader(QStringLiteral("jpeg"));
+        QVERIFY(pooled);
+        OVImageFileReader* byUID = OVImageFileManager::GetInstance()->CreateReaderByUID(pooled->GetUID());
+        QVERIFY(byUID);
+        QCOMPARE(byUID->GetFormats(), QStringList({"jpg", "jpeg"}));
+        OVImageFileManager::GetInstance()->ReleaseReader(byUID);
+        OVImageFileManager::GetInstance()->ReleaseAcquiredReader(pooled);
+    }
+
+    void roundTrip_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<bool>("lossless");
+        QTest::newRow("png") << "png" << true;
+        QTest::newRow("jpeg") << "Jpeg" << false;
+    }
+    void roundTrip()
+    {
+        QFETCH(QString, format);
+        QFETCH(bool, lossless);
+        OVImageFileManager* m = OVImageFileManager::GetInstance();
+
+        QImage image(37, 21, QImage::Format_RGB32);
+        image.fill(Qt::darkCyan);
+        QPainter(&image).fillRect(5, 5, 10, 10, Qt::yellow);
+        const QString path = m_dir.filePath(QStringLiteral("picture.") + format.toLower());
+
+        OVImageFileWriter* writer = m->CreateWriter(format);
+        QVERIFY(writer);
+        QVERIFY2(writer->Write(path, image), qPrintable(writer->GetErrorString()));
+        m->ReleaseWriter(writer);
+
+        OVImageFileReader* reader = m->AcquireReader(format);
+        QVERIFY(reader);
+        QImage read;
+        const QSize size = reader->ReadSize(path);
+        QImage none;
+        const bool missing = reader->Read(m_dir.filePath(QStringLiteral("missing.png")), none);
+        const QString error = reader->GetErrorString();
+        const bool ok = reader->Read(path, read);
+        m->ReleaseAcquiredReader(reader);
+
+        QVERIFY(ok);
+        QCOMPARE(size, image.size());
+        QVERIFY(!missing);
+        QVERIFY(!error.isEmpty());
+        QCOMPARE(read.size(), image.size());
+        if (lossless)
+            QCOMPARE(read.convertToFormat(QImage::Format_RGB32), image);
+    }
 
 private:
     QPluginLoader m_loader{QStringLiteral(OV_IMAGEIO_PLUGIN)};
@@ -31,104 +121,6 @@ private:
     OVImageFilePlugin* m_plugin = nullptr;
     QTemporaryDir m_dir;
 };
-
-void TestImageIOPlugin::initTestCase()
-{
-    OVImageFileManager::InitInstance();
-    m_container = qobject_cast<OVPluginContainer*>(m_loader.instance());
-    QVERIFY2(m_container, qPrintable(m_loader.errorString()));
-    m_container->Initialize();
-    QList<OVPlugin*> plugins;
-    m_container->GetPlugins(plugins);
-    QCOMPARE(plugins.size(), 1);
-    m_plugin = qobject_cast<OVImageFilePlugin*>(plugins.first());
-    QVERIFY(m_plugin);
-    QVERIFY(OVImageFileManager::GetInstance()->Register(m_plugin));
-    OVImageFileManager::InitReadersPool();
-}
-
-void TestImageIOPlugin::cleanupTestCase()
-{
-    // A reader returned twice stands twice in the pool; the plug-in, which deletes what it is
-    // given back, still gets it once.
-    OVImageFileManager* m = OVImageFileManager::GetInstance();
-    OVImageFileReader* twice = m->AcquireReader(QStringLiteral("png"));
-    m->ReleaseAcquiredReader(twice);
-    m->ReleaseAcquiredReader(twice);
-    OVImageFileManager::ReleaseReadersPool();
-    if (m_plugin)
-        QVERIFY(OVImageFileManager::GetInstance()->Unregister(m_plugin));
-    if (m_container)
-        m_container->Release();
-    m_loader.unload();
-    OVImageFileManager::ReleaseInstance();
-}
-
-void TestImageIOPlugin::formatsAndGroups()
-{
-    const OVImageFileManager* m = OVImageFileManager::GetInstance();
-    for (const QString format : {"bmp", "jpeg", "jpg", "png"}) {
-        QVERIFY2(m->GetSupportedReadFormats().contains(format), qPrintable(format));
-        QVERIFY2(m->GetSupportedWriteFormats().contains(format), qPrintable(format));
-        QCOMPARE(m->GetPluginForRead(format.toUpper()), m_plugin);
-    }
-    const QString jpegEntry = QStringLiteral("JPEG (*.jpg *.jpeg)");
-    QVERIFY(OVImageFileManager::GetFilterForRead().startsWith(QStringLiteral("All (*.bmp ")));
-    QVERIFY(OVImageFileManager::GetFilterForRead().contains(jpegEntry));
-    QVERIFY(OVImageFileManager::GetFilterForWrite().contains(jpegEntry));
-
-    // Readers made by UID are those the pool lends for the same format.
-    OVImageFileReader* pooled = OVImageFileManager::GetInstance()->AcquireReader(QStringLiteral("jpeg"));
-    QVERIFY(pooled);
-    OVImageFileReader* byUID = OVImageFileManager::GetInstance()->CreateReaderByUID(pooled->GetUID());
-    QVERIFY(byUID);
-    QCOMPARE(byUID->GetFormats(), QStringList({"jpg", "jpeg"}));
-    OVImageFileManager::GetInstance()->ReleaseReader(byUID);
-    OVImageFileManager::GetInstance()->ReleaseAcquiredReader(pooled);
-}
-
-void TestImageIOPlugin::roundTrip_data()
-{
-    QTest::addColumn<QString>("format");
-    QTest::addColumn<bool>("lossless");
-    QTest::newRow("png") << "png" << true;
-    QTest::newRow("jpeg") << "Jpeg" << false;
-}
-
-void TestImageIOPlugin::roundTrip()
-{
-    QFETCH(QString, format);
-    QFETCH(bool, lossless);
-    OVImageFileManager* m = OVImageFileManager::GetInstance();
-
-    QImage image(37, 21, QImage::Format_RGB32);
-    image.fill(Qt::darkCyan);
-    QPainter(&image).fillRect(5, 5, 10, 10, Qt::yellow);
-    const QString path = m_dir.filePath(QStringLiteral("picture.") + format.toLower());
-
-    OVImageFileWriter* writer = m->CreateWriter(format);
-    QVERIFY(writer);
-    QVERIFY2(writer->Write(path, image), qPrintable(writer->GetErrorString()));
-    m->ReleaseWriter(writer);
-
-    OVImageFileReader* reader = m->AcquireReader(format);
-    QVERIFY(reader);
-    QImage read;
-    const QSize size = reader->ReadSize(path);
-    QImage none;
-    const bool missing = reader->Read(m_dir.filePath(QStringLiteral("missing.png")), none);
-    const QString error = reader->GetErrorString();
-    const bool ok = reader->Read(path, read);
-    m->ReleaseAcquiredReader(reader);
-
-    QVERIFY(ok);
-    QCOMPARE(size, image.size());
-    QVERIFY(!missing);
-    QVERIFY(!error.isEmpty());
-    QCOMPARE(read.size(), image.size());
-    if (lossless)
-        QCOMPARE(read.convertToFormat(QImage::Format_RGB32), image);
-}
 
 OV_TEST_MAIN(TestImageIOPlugin)
 #include "tst_imageioplugin.moc"

@@ -10,7 +10,6 @@
 #include "OVTestSupport.h"
 
 #include <QPointer>
-#include <QRegularExpression>
 
 #include <atomic>
 #include <memory>
@@ -78,11 +77,78 @@ class TestItemRegistry : public QObject
 {
     Q_OBJECT
 private slots:
-    void registration_data();
-    void registration();
-    void concurrency_data();
-    void concurrency();
-    void mainBrush();
+    void registration_data()
+    {
+        QTest::addColumn<bool>("brushes");
+        QTest::addColumn<int>("line");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("sentence");
+        QTest::newRow("adjustments") << false << 117 << "OVAdjustmentManager"
+                                     << "Tool is not registered.";
+        QTest::newRow("brushes") << true << 116 << "OVBrushToolManager"
+                                 << "Tool will not register.";
+    }
+    void registration()
+    {
+        QFETCH(bool, brushes);
+        QFETCH(int, line);
+        QFETCH(QString, file);
+        QFETCH(QString, sentence);
+        if (brushes)
+            Registration<Brushes>(line, file, sentence);
+        else
+            Registration<Adjustments>(line, file, sentence);
+    }
+
+    void concurrency_data()
+    {
+        QTest::addColumn<bool>("brushes");
+        QTest::addColumn<bool>("clashing");
+        QTest::newRow("adjustments, clashing") << false << true;
+        QTest::newRow("brushes, distinct") << true << false;
+    }
+    void concurrency()
+    {
+        QFETCH(bool, brushes);
+        QFETCH(bool, clashing);
+        if (brushes)
+            Concurrency<Brushes>(clashing);
+        else
+            Concurrency<Adjustments>(clashing);
+    }
+
+    void mainBrush()
+    {
+        OVBrushToolManager::InitInstance();
+        OVBrushToolManager* manager = OVBrushToolManager::GetInstance();
+        TestBrush first(QStringLiteral("first"), QStringLiteral("F"));
+        auto second = std::make_unique<TestBrush>(QStringLiteral("second"), QStringLiteral("S"));
+        const int baseline = first.DestroyedReceivers();
+        QVERIFY(!manager->GetMainBrushPlugin());
+
+        // Setting the same plug-in again makes no second connection; replacing it drops the
+        // first one's.
+        manager->SetMainBrushPlugin(&first);
+        manager->SetMainBrushPlugin(&first);
+        QCOMPARE(first.DestroyedReceivers(), baseline + 1);
+        manager->SetMainBrushPlugin(second.get());
+        QCOMPARE(first.DestroyedReceivers(), baseline);
+        QCOMPARE(second->DestroyedReceivers(), baseline + 1);
+        QCOMPARE(manager->GetMainBrushPlugin(), second.get());
+
+        // The main brush plug-in is forgotten when destroyed, not when unregistered.
+        second.reset();
+        QVERIFY(!manager->GetMainBrushPlugin());
+        manager->SetMainBrushPlugin(&first);
+        QVERIFY(manager->Register(&first));
+        QVERIFY(manager->Unregister(QStringLiteral("F")));
+        QCOMPARE(manager->GetMainBrushPlugin(), &first);
+        manager->SetMainBrushPlugin(nullptr);
+        QVERIFY(!manager->GetMainBrushPlugin());
+        QCOMPARE(first.DestroyedReceivers(), baseline);
+
+        OVBrushToolManager::ReleaseInstance();
+    }
 
 private:
     template <typename Kind>
@@ -90,30 +156,6 @@ private:
     template <typename Kind>
     void Concurrency(bool clashing);
 };
-
-void TestItemRegistry::registration_data()
-{
-    QTest::addColumn<bool>("brushes");
-    QTest::addColumn<int>("line");
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("sentence");
-    QTest::newRow("adjustments") << false << 117 << "OVAdjustmentManager"
-                                 << "Tool is not registered.";
-    QTest::newRow("brushes") << true << 116 << "OVBrushToolManager"
-                             << "Tool will not register.";
-}
-
-void TestItemRegistry::registration()
-{
-    QFETCH(bool, brushes);
-    QFETCH(int, line);
-    QFETCH(QString, file);
-    QFETCH(QString, sentence);
-    if (brushes)
-        Registration<Brushes>(line, file, sentence);
-    else
-        Registration<Adjustments>(line, file, sentence);
-}
 
 template <typename Kind>
 void TestItemRegistry::Registration(int line, const QString& file, const QString& sentence)
@@ -144,12 +186,10 @@ void TestItemRegistry::Registration(int line, const QString& file, const QString
     QCOMPARE(manager->GetRegistered(), (QStringList{"X", "B"}));
     const QStringList lines = capture.Matching(QStringLiteral("Build date="));
     QCOMPARE(lines.size(), 1);
-    const QRegularExpression expected(
-        QStringLiteral("^\"Build date=\\w{3} [ \\d]\\d \\d{4}, time=\\d\\d:\\d\\d:\\d\\d\\. Line=%1, "
-                       "file=\\\\\"src\\\\\\\\%2\\.cpp\\\\\"\\. id:X already registered\\.%3\"$")
-            .arg(line)
-            .arg(file, QRegularExpression::escape(sentence)));
-    QVERIFY2(expected.match(lines.first()).hasMatch(), qPrintable(lines.first()));
+    QVERIFY2(OVTest::BuildLogLine("src\\" + file + ".cpp", "id:X already registered." + sentence, line)
+                 .match(lines.first())
+                 .hasMatch(),
+             qPrintable(lines.first()));
 
     // Unregistering keeps the order of the rest and frees the identifier.
     QVERIFY(!manager->Unregister(QStringLiteral("Y")));
@@ -182,24 +222,6 @@ void TestItemRegistry::Registration(int line, const QString& file, const QString
     QPointer<Item> survivor(&x2);
     Manager::ReleaseInstance();
     QVERIFY(survivor);
-}
-
-void TestItemRegistry::concurrency_data()
-{
-    QTest::addColumn<bool>("brushes");
-    QTest::addColumn<bool>("clashing");
-    QTest::newRow("adjustments, clashing") << false << true;
-    QTest::newRow("brushes, distinct") << true << false;
-}
-
-void TestItemRegistry::concurrency()
-{
-    QFETCH(bool, brushes);
-    QFETCH(bool, clashing);
-    if (brushes)
-        Concurrency<Brushes>(clashing);
-    else
-        Concurrency<Adjustments>(clashing);
 }
 
 // Several threads register at once, each its own objects; with clashing identifiers every
@@ -259,39 +281,6 @@ void TestItemRegistry::Concurrency(bool clashing)
     for (const QString& id : registered)
         QCOMPARE(manager->GetID(Kind::Lookup(id)), id);
     Manager::ReleaseInstance();
-}
-
-void TestItemRegistry::mainBrush()
-{
-    OVBrushToolManager::InitInstance();
-    OVBrushToolManager* manager = OVBrushToolManager::GetInstance();
-    TestBrush first(QStringLiteral("first"), QStringLiteral("F"));
-    auto second = std::make_unique<TestBrush>(QStringLiteral("second"), QStringLiteral("S"));
-    const int baseline = first.DestroyedReceivers();
-    QVERIFY(!manager->GetMainBrushPlugin());
-
-    // Setting the same plug-in again makes no second connection; replacing it drops the
-    // first one's.
-    manager->SetMainBrushPlugin(&first);
-    manager->SetMainBrushPlugin(&first);
-    QCOMPARE(first.DestroyedReceivers(), baseline + 1);
-    manager->SetMainBrushPlugin(second.get());
-    QCOMPARE(first.DestroyedReceivers(), baseline);
-    QCOMPARE(second->DestroyedReceivers(), baseline + 1);
-    QCOMPARE(manager->GetMainBrushPlugin(), second.get());
-
-    // The main brush plug-in is forgotten when destroyed, not when unregistered.
-    second.reset();
-    QVERIFY(!manager->GetMainBrushPlugin());
-    manager->SetMainBrushPlugin(&first);
-    QVERIFY(manager->Register(&first));
-    QVERIFY(manager->Unregister(QStringLiteral("F")));
-    QCOMPARE(manager->GetMainBrushPlugin(), &first);
-    manager->SetMainBrushPlugin(nullptr);
-    QVERIFY(!manager->GetMainBrushPlugin());
-    QCOMPARE(first.DestroyedReceivers(), baseline);
-
-    OVBrushToolManager::ReleaseInstance();
 }
 
 OV_TEST_MAIN(TestItemRegistry)

@@ -54,119 +54,114 @@ class TestMenuManager : public QObject
 {
     Q_OBJECT
 private slots:
-    void shuffledOrder_data();
-    void shuffledOrder();
-    void keysAndEntries();
+    void shuffledOrder_data()
+    {
+        QTest::addColumn<quint32>("seed");
+        for (quint32 seed : {1u, 2u, 17u, 2026u})
+            QTest::newRow(qPrintable(QStringLiteral("seed %1").arg(seed))) << seed;
+    }
+    // Contributors enter their menus first and their entries afterwards, each group in a
+    // random order; the bar always shows the same thing.
+    void shuffledOrder()
+    {
+        QFETCH(quint32, seed);
+        M::InitInstance();
+        QMenu filter(QStringLiteral("Filter"));
+        std::vector<std::unique_ptr<QMenu>> topLevel;
+        auto keep = [&topLevel](QMenu* menu) { topLevel.emplace_back(menu); };
+        std::vector<std::function<void()>> menus{
+            [&] { keep(M::CreateMenu(M::File, QStringLiteral("File"))); },
+            [&] { M::CreateMenu(M::Filter, &filter); },
+            [&] { keep(M::CreateMenu(M::Help, QStringLiteral("Help"))); },
+        };
+        QAction callerAction;
+        QMenu callerMenu;
+        std::vector<std::function<void()>> entries{
+            [] { Named(M::CreateAction(M::File, 30), 30); },
+            [] { Named(M::CreateAction(M::File, -5), -5); },
+            [&] { M::CreateAction(M::File, 10, Named(&callerAction, 10)); },
+            [] { Named(M::CreateMenu(M::File, 20), 20); },
+            [&] { M::CreateMenu(M::File, 0, Named(&callerMenu, 0)); },
+            [] { Named(M::CreateMenu(M::Filter, 7), 7); },
+            [] { Named(M::CreateAction(M::Filter, -7), -7); },
+            [] { Named(M::CreateAction(M::Help, 1), 1); },
+        };
+        QRandomGenerator random(seed);
+        std::shuffle(menus.begin(), menus.end(), random);
+        std::shuffle(entries.begin(), entries.end(), random);
+        for (const auto& step : menus)
+            step();
+        for (const auto& step : entries)
+            step();
+
+        QMenuBar bar;
+        M::Setup(&bar);
+        QCOMPARE(Describe(bar), QStringLiteral("File[-5,0[],10,20[],30],Filter[-7,7[]],Help[1]"));
+        M::ReleaseInstance();
+    }
+
+    void keysAndEntries()
+    {
+        QVERIFY(!M::CreateMenu(M::File, QStringLiteral("File")));
+        M::InitInstance();
+        std::unique_ptr<QMenu> file(M::CreateMenu(M::File, QStringLiteral("File")));
+        QMenu other(QStringLiteral("Other"));
+
+        // A taken role keeps its first menu; entries need their role and a free id.
+        QVERIFY(!M::CreateMenu(M::File, QStringLiteral("Again")));
+        M::CreateMenu(M::File, &other);
+        QVERIFY(!M::CreateAction(M::Edit, 1));
+        QAction* one = Named(M::CreateAction(M::File, 1), 1);
+        QCOMPARE(one->parent(), file.get());
+        QVERIFY(!M::CreateAction(M::File, 1));
+        QVERIFY(!M::CreateMenu(M::File, 1));
+        QMenu* sub = Named(M::CreateMenu(M::File, 3), 3);
+        QCOMPARE(sub->parent(), file.get());
+        QCOMPARE(M::GetAction(M::File, 1), one);
+        QVERIFY(!M::GetAction(M::File, 3));
+        QCOMPARE(file->actions(), (QList<QAction*>{one, sub->menuAction()}));
+
+        // A null entry holds its id (the menu warns of the null action) until it is taken.
+        QTest::ignoreMessage(QtWarningMsg, "QWidget::insertAction: Attempt to insert null action");
+        M::CreateAction(M::File, 2, nullptr);
+        QVERIFY(!M::CreateAction(M::File, 2));
+        M::Take(M::File, 2);
+        QAction* two = Named(M::CreateAction(M::File, 2), 2);
+        M::CreateMenu(M::Edit, static_cast<QMenu*>(nullptr));
+        QVERIFY(!M::CreateMenu(M::Edit, QStringLiteral("Edit")));
+
+        // Taking an entry takes it out of the menu without deleting it and frees its id; the
+        // next entry under that id goes back to the same place.
+        M::Take(M::File, 1);
+        M::Take(M::File, 42);
+        QCOMPARE(file->actions(), (QList<QAction*>{two, sub->menuAction()}));
+        QCOMPARE(one->parent(), file.get());
+        QAction* again = Named(M::CreateAction(M::File, 1), 1);
+        M::Take(M::File, 3);
+        QCOMPARE(file->actions(), (QList<QAction*>{again, two}));
+
+        // An entry deleted by its owner is passed over: the next entry goes before the first
+        // following one that still exists.
+        QAction* four = Named(M::CreateAction(M::File, 4), 4);
+        QAction* six = Named(M::CreateAction(M::File, 6), 6);
+        delete four;
+        QAction* five = Named(M::CreateAction(M::File, 5), 5);
+        QCOMPARE(file->actions().mid(2), (QList<QAction*>{five, six}));
+
+        // The bar gets the menus that exist when it is set up, once.
+        M::Setup(nullptr);
+        QMenuBar bar;
+        M::Setup(&bar);
+        std::unique_ptr<QMenu> help(M::CreateMenu(M::Help, QStringLiteral("Help")));
+        QCOMPARE(Describe(bar), QStringLiteral("File[1,2,5,6]"));
+
+        // Releasing the manager deletes no menu and no action.
+        QPointer<QAction> watched(again);
+        M::ReleaseInstance();
+        QVERIFY(watched);
+        QVERIFY(!M::GetAction(M::File, 1));
+    }
 };
-
-void TestMenuManager::shuffledOrder_data()
-{
-    QTest::addColumn<quint32>("seed");
-    for (quint32 seed : {1u, 2u, 17u, 2026u})
-        QTest::newRow(qPrintable(QStringLiteral("seed %1").arg(seed))) << seed;
-}
-
-// Contributors enter their menus first and their entries afterwards, each group in a
-// random order; the bar always shows the same thing.
-void TestMenuManager::shuffledOrder()
-{
-    QFETCH(quint32, seed);
-    M::InitInstance();
-    QMenu filter(QStringLiteral("Filter"));
-    std::vector<std::unique_ptr<QMenu>> topLevel;
-    auto keep = [&topLevel](QMenu* menu) { topLevel.emplace_back(menu); };
-    std::vector<std::function<void()>> menus{
-        [&] { keep(M::CreateMenu(M::File, QStringLiteral("File"))); },
-        [&] { M::CreateMenu(M::Filter, &filter); },
-        [&] { keep(M::CreateMenu(M::Help, QStringLiteral("Help"))); },
-    };
-    QAction callerAction;
-    QMenu callerMenu;
-    std::vector<std::function<void()>> entries{
-        [] { Named(M::CreateAction(M::File, 30), 30); },
-        [] { Named(M::CreateAction(M::File, -5), -5); },
-        [&] { M::CreateAction(M::File, 10, Named(&callerAction, 10)); },
-        [] { Named(M::CreateMenu(M::File, 20), 20); },
-        [&] { M::CreateMenu(M::File, 0, Named(&callerMenu, 0)); },
-        [] { Named(M::CreateMenu(M::Filter, 7), 7); },
-        [] { Named(M::CreateAction(M::Filter, -7), -7); },
-        [] { Named(M::CreateAction(M::Help, 1), 1); },
-    };
-    QRandomGenerator random(seed);
-    std::shuffle(menus.begin(), menus.end(), random);
-    std::shuffle(entries.begin(), entries.end(), random);
-    for (const auto& step : menus)
-        step();
-    for (const auto& step : entries)
-        step();
-
-    QMenuBar bar;
-    M::Setup(&bar);
-    QCOMPARE(Describe(bar), QStringLiteral("File[-5,0[],10,20[],30],Filter[-7,7[]],Help[1]"));
-    M::ReleaseInstance();
-}
-
-void TestMenuManager::keysAndEntries()
-{
-    QVERIFY(!M::CreateMenu(M::File, QStringLiteral("File")));
-    M::InitInstance();
-    std::unique_ptr<QMenu> file(M::CreateMenu(M::File, QStringLiteral("File")));
-    QMenu other(QStringLiteral("Other"));
-
-    // A taken role keeps its first menu; entries need their role and a free id.
-    QVERIFY(!M::CreateMenu(M::File, QStringLiteral("Again")));
-    M::CreateMenu(M::File, &other);
-    QVERIFY(!M::CreateAction(M::Edit, 1));
-    QAction* one = Named(M::CreateAction(M::File, 1), 1);
-    QCOMPARE(one->parent(), file.get());
-    QVERIFY(!M::CreateAction(M::File, 1));
-    QVERIFY(!M::CreateMenu(M::File, 1));
-    QMenu* sub = Named(M::CreateMenu(M::File, 3), 3);
-    QCOMPARE(sub->parent(), file.get());
-    QCOMPARE(M::GetAction(M::File, 1), one);
-    QVERIFY(!M::GetAction(M::File, 3));
-    QCOMPARE(file->actions(), (QList<QAction*>{one, sub->menuAction()}));
-
-    // A null entry holds its id (the menu warns of the null action) until it is taken.
-    QTest::ignoreMessage(QtWarningMsg, "QWidget::insertAction: Attempt to insert null action");
-    M::CreateAction(M::File, 2, nullptr);
-    QVERIFY(!M::CreateAction(M::File, 2));
-    M::Take(M::File, 2);
-    QAction* two = Named(M::CreateAction(M::File, 2), 2);
-    M::CreateMenu(M::Edit, static_cast<QMenu*>(nullptr));
-    QVERIFY(!M::CreateMenu(M::Edit, QStringLiteral("Edit")));
-
-    // Taking an entry takes it out of the menu without deleting it and frees its id; the
-    // next entry under that id goes back to the same place.
-    M::Take(M::File, 1);
-    M::Take(M::File, 42);
-    QCOMPARE(file->actions(), (QList<QAction*>{two, sub->menuAction()}));
-    QCOMPARE(one->parent(), file.get());
-    QAction* again = Named(M::CreateAction(M::File, 1), 1);
-    M::Take(M::File, 3);
-    QCOMPARE(file->actions(), (QList<QAction*>{again, two}));
-
-    // An entry deleted by its owner is passed over: the next entry goes before the first
-    // following one that still exists.
-    QAction* four = Named(M::CreateAction(M::File, 4), 4);
-    QAction* six = Named(M::CreateAction(M::File, 6), 6);
-    delete four;
-    QAction* five = Named(M::CreateAction(M::File, 5), 5);
-    QCOMPARE(file->actions().mid(2), (QList<QAction*>{five, six}));
-
-    // The bar gets the menus that exist when it is set up, once.
-    M::Setup(nullptr);
-    QMenuBar bar;
-    M::Setup(&bar);
-    std::unique_ptr<QMenu> help(M::CreateMenu(M::Help, QStringLiteral("Help")));
-    QCOMPARE(Describe(bar), QStringLiteral("File[1,2,5,6]"));
-
-    // Releasing the manager deletes no menu and no action.
-    QPointer<QAction> watched(again);
-    M::ReleaseInstance();
-    QVERIFY(watched);
-    QVERIFY(!M::GetAction(M::File, 1));
-}
 
 OV_TEST_MAIN(TestMenuManager)
 #include "tst_menumanager.moc"

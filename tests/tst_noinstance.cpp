@@ -15,45 +15,41 @@ class TestNoInstance : public QObject
     Q_OBJECT
 
 private slots:
-    void defaultsAndHarmlessSetters();
+    void defaultsAndHarmlessSetters()
+    {
+        using A = OVApplication;
+        QVERIFY(s_beforeApplication);
+        QCOMPARE(A::GetInstance(), nullptr);
+        // The resource folder does not depend on the application class, nor do key names.
+        QVERIFY(!A::GetResourcePath().isEmpty());
+        QCOMPARE(A::GetName(A::ThemePath), QStringLiteral("Theme/Path"));
+
+        const QString home = QDir::homePath();
+        const auto entries = [&home] {
+            return QDir(home).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+        };
+        const QStringList before = entries();
+        A::SetAppicationValue(QStringLiteral("k"), 1);
+        A::SetUserValue(QStringLiteral("k"), 1);
+        A::SetDataFolder(home + QStringLiteral("/data"));
+        A::SetUserDataFolder(home + QStringLiteral("/user"));
+        A::SetPathOpen(QStringLiteral("/x"));
+        A::SetColorManagementNotEqualPolicy(A::NotEqualAsk);
+        A::FlushData();
+        A::UIReady();
+        QCOMPARE(entries(), before);
+
+        QCOMPARE(A::GetApplicationValue(QStringLiteral("k"), 5), QVariant(5));
+        // The default comes back as given, without the region stripping of stored languages.
+        QCOMPARE(A::GetUserValue(A::LanguageIndex, "pt_BR"), QVariant("pt_BR"));
+        QCOMPARE(A::GetDataFolder(), QString());
+        QCOMPARE(A::GetUserDataFolder(), QString());
+        QCOMPARE(A::GetPathOpen(), QString());
+        QCOMPARE(int(A::GetColorManagementNotEqualPolicy()), 3);
+        QCOMPARE(A::GetBrushFactory(), nullptr);
+        QCOMPARE(A::GetProgressTimeout(), 2000);
+    }
 };
-
-void TestNoInstance::defaultsAndHarmlessSetters()
-{
-    using A = OVApplication;
-    QVERIFY(s_beforeApplication);
-    QCOMPARE(A::GetInstance(), nullptr);
-    // The resource folder does not depend on the application class, nor do key names.
-    QVERIFY(!A::GetResourcePath().isEmpty());
-    QCOMPARE(A::GetName(A::ThemePath), QStringLiteral("Theme/Path"));
-
-    const QString home = QDir::homePath();
-    const auto entries = [&home] { return QDir(home).entryList(QDir::AllEntries | QDir::NoDotAndDotDot); };
-    const QStringList before = entries();
-    A::SetAppicationValue(QStringLiteral("k"), 1);
-    A::SetUserValue(QStringLiteral("k"), 1);
-    A::SetDataFolder(home + QStringLiteral("/data"));
-    A::SetUserDataFolder(home + QStringLiteral("/user"));
-    A::SetPathOpen(QStringLiteral("/x"));
-    A::SetColorManagementNotEqualPolicy(A::NotEqualAsk);
-    A::FlushData();
-    A::UIReady();
-    QCOMPARE(entries(), before);
-
-    QCOMPARE(A::GetApplicationValue(QStringLiteral("k"), 5), QVariant(5));
-    // The default comes back as given, without the region stripping of stored languages.
-    QCOMPARE(A::GetUserValue(A::LanguageIndex, "pt_BR"), QVariant("pt_BR"));
-    QCOMPARE(A::GetDataFolder(), QString());
-    QCOMPARE(A::GetUserDataFolder(), QString());
-    QCOMPARE(A::GetPathOpen(), QString());
-    QCOMPARE(A::IsPNGCompressionVisible(), true);
-    QCOMPARE(A::WarnAboutLayerInfo(), true);
-    QCOMPARE(int(A::GetColorManagementMissingPolicy()), 1);
-    QCOMPARE(int(A::GetColorManagementNotEqualPolicy()), 3);
-    QCOMPARE(int(A::GetColorManagementColorSpaceMismatchPolicy()), 0);
-    QCOMPARE(A::GetBrushFactory(), nullptr);
-    QCOMPARE(A::GetProgressTimeout(), 2000);
-}
 
 int main(int argc, char** argv)
 {

@@ -13,57 +13,53 @@ class TestPlatformInfo : public QObject
     Q_OBJECT
 
 private slots:
-    void nameKeepsFirstResult();
-    void version();
-    void screens();
-    void deviceIdAndRegion();
-};
+    void nameKeepsFirstResult()
+    {
+        // Must stay the process's first calls: the kept name lives as long as the process.
+        QCOMPARE(OVApplication::GetOSName(OVApplication::OSVersion(13), OVApplication::Workstation),
+                 QString());
+        QCOMPARE(OVApplication::GetOSName(OVApplication::Windows7, OVApplication::Server),
+                 QStringLiteral("Windows7Server"));
+        QCOMPARE(OVApplication::GetOSName(OVApplication::Windows10, OVApplication::Workstation),
+                 QStringLiteral("Windows7Server"));
+    }
 
-void TestPlatformInfo::nameKeepsFirstResult()
-{
-    // Must stay the process's first calls: the kept name lives as long as the process.
-    QCOMPARE(OVApplication::GetOSName(OVApplication::OSVersion(13), OVApplication::Workstation), QString());
-    QCOMPARE(OVApplication::GetOSName(OVApplication::Windows7, OVApplication::Server),
-             QStringLiteral("Windows7Server"));
-    QCOMPARE(OVApplication::GetOSName(OVApplication::Windows10, OVApplication::Workstation),
-             QStringLiteral("Windows7Server"));
-}
-
-void TestPlatformInfo::version()
-{
+    void version()
+    {
 #ifdef Q_OS_WIN
-    QSKIP("The Windows answers are checked by the platform layer's own test program");
+        QSKIP("The Windows answers are checked by the platform layer's own test program");
 #endif
-    // No Windows version here: no name and no version line, and the kernel's numbers.
-    OVTest::LogCapture log;
-    QCOMPARE(OVApplication::GetOSVersion(), OVApplication::Unknown);
-    QVERIFY(log.Matching(QStringLiteral("Version ")).isEmpty());
-    const QRegularExpressionMatch kernel =
-        QRegularExpression(QStringLiteral("^(\\d+)(?:\\.(\\d+))?(?:\\.(\\d+))?"))
-            .match(QSysInfo::kernelVersion());
-    QCOMPARE(OVApplication::GetOSVersionString(), QStringLiteral("%1.%2.%3")
-                                                      .arg(kernel.captured(1).toInt())
-                                                      .arg(kernel.captured(2).toInt())
-                                                      .arg(kernel.captured(3).toInt()));
-    QCOMPARE(OVApplication::GetOSType(), OVApplication::Workstation);
-}
+        // No Windows version here: no name and no version line, and the kernel's numbers.
+        OVTest::LogCapture log;
+        QCOMPARE(OVApplication::GetOSVersion(), OVApplication::Unknown);
+        QVERIFY(log.Matching(QStringLiteral("Version ")).isEmpty());
+        const QRegularExpressionMatch kernel =
+            QRegularExpression(QStringLiteral("^(\\d+)(?:\\.(\\d+))?(?:\\.(\\d+))?"))
+                .match(QSysInfo::kernelVersion());
+        QCOMPARE(OVApplication::GetOSVersionString(), QStringLiteral("%1.%2.%3")
+                                                          .arg(kernel.captured(1).toInt())
+                                                          .arg(kernel.captured(2).toInt())
+                                                          .arg(kernel.captured(3).toInt()));
+        QCOMPARE(OVApplication::GetOSType(), OVApplication::Workstation);
+    }
 
-void TestPlatformInfo::screens()
-{
-    // The offscreen platform has one 800x600 screen at a pixel ratio of 1.
-    QCOMPARE(GetScreenResolutions(), QStringList{QStringLiteral("800x600")});
-    QCOMPARE(GetScreenScalings(), QStringList{QStringLiteral("100")});
-}
+    void screens()
+    {
+        // The offscreen platform has one 800x600 screen at a pixel ratio of 1.
+        QCOMPARE(GetScreenResolutions(), QStringList{QStringLiteral("800x600")});
+        QCOMPARE(GetScreenScalings(), QStringList{QStringLiteral("100")});
+    }
 
-void TestPlatformInfo::deviceIdAndRegion()
-{
-    // The platform layer's own test checks the words; here the text crosses into Qt whole.
-    QVERIFY(QRegularExpression(QStringLiteral("^[0-9A-F]{4}(-[0-9A-F]{4}){5,}$"))
-                .match(MakeDeviceId())
-                .hasMatch());
-    const QString region = GetSystemRegion();
-    QVERIFY(region == QLatin1String("Unknown") || (region.size() > 1 && region.endsWith(QChar(0))));
-}
+    void deviceIdAndRegion()
+    {
+        // The platform layer's own test checks the words; here the text crosses into Qt whole.
+        QVERIFY(QRegularExpression(QStringLiteral("^[0-9A-F]{4}(-[0-9A-F]{4}){5,}$"))
+                    .match(MakeDeviceId())
+                    .hasMatch());
+        const QString region = GetSystemRegion();
+        QVERIFY(region == QLatin1String("Unknown") || (region.size() > 1 && region.endsWith(QChar(0))));
+    }
+};
 
 OV_TEST_MAIN(TestPlatformInfo)
 #include "tst_platforminfo.moc"

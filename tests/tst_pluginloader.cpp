@@ -74,20 +74,359 @@ class TestPluginLoader : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void cleanupTestCase();
+    void initTestCase() { OVImageFileManager::InitInstance(); }
 
-    void loadsFoldersInOrder();
-    void wellKnownFlags_data();
-    void wellKnownFlags();
-    void missingFolders_data();
-    void missingFolders();
-    void explicitFiles();
-    void pluginFileName_data();
-    void pluginFileName();
-    void loadsRealImagePlugin();
+    void init()
+    {
+        ++m_round;
+        QDir(Root() + QStringLiteral("/Resources")).removeRecursively();
+        QDir(Root() + QLatin1Char('/') + Plugins()).removeRecursively();
+        // The application folder holds the test program and nothing else it could load.
+        QDir bin(QCoreApplication::applicationDirPath());
+        for (const QString& library : bin.entryList({QStringLiteral("*.") + kSuffix}, QDir::Files))
+            QVERIFY(bin.remove(library));
+        QVERIFY(QDir().mkpath(Brush()));
+        QVERIFY(QDir().mkpath(General()));
+        QVERIFY(QDir().mkpath(Root() + QStringLiteral("/Resources")));
+        WriteIni(QStringLiteral("../%1/brush").arg(Plugins()),
+                 QStringLiteral("../%1/general").arg(Plugins()));
+        ClearFixtureCalls();
+    }
+
+    void cleanup()
+    {
+        // Unloading by name forgets the records, so the next test starts with none.
+        OVApplication::UnloadPlugins();
+        OVApplication::UnloadPlugins(m_tried);
+        m_tried.clear();
+        QVERIFY(OVApplication::GetErrorPlugins().empty());
+        QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
+    }
+
+    void cleanupTestCase()
+    {
+        OVApplication::UnloadPlugins();
+        OVImageFileManager::ReleaseInstance();
+    }
+
+    void loadsFoldersInOrder()
+    {
+        const QString brush = Install(QStringLiteral("brushcontainer"), Brush());
+        const QString upper = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("UPPER.SO"));
+        const QString image = Install(QStringLiteral("imagecontainer"), General(), QStringLiteral("a_image"));
+        const QString empty = Install(QStringLiteral("emptycontainer"), General(), QStringLiteral("b_empty"));
+        const QString other = Install(QStringLiteral("notcontainer"), General(), QStringLiteral("c_other"));
+        const QString plain = Install(QStringLiteral("plainlibrary"), General(), QStringLiteral("d_plain"));
+        QFile text(General() + QStringLiteral("/readme.txt"));
+        QVERIFY(text.open(QIODevice::WriteOnly));
+        text.close();
+        QVERIFY(QDir().mkpath(General() + QStringLiteral("/x.") + kSuffix));
+        const QString plainError = LoaderError(plain);
+
+        OVTest::SignalLog log;
+        Record(log);
+        // Events are processed before and after each file: a call queued when a file starts runs
+        // before its result is announced.
+        QObject::connect(OVApplication::GetInstance(), &OVApplication::PluginLoading, &log,
+                         [&log](const QString& f) {
+                             QMetaObject::invokeMethod(
+                                 &log, [&log, f] { log.Append(QStringLiteral("event(%1)").arg(Base(f))); },
+                                 Qt::QueuedConnection);
+                         });
+        OVTest::LogCapture capture;
+
+        OVApplication::LoadPlugins();
+
+        // A queued event of each file runs between its start and its result.
+        QStringList expected = Loaded({brush, upper, image}) + Failed(empty, "Empty container.") +
+                               Failed(other, "Is not an Orvelin's plugin.") + Failed(plain, plainError);
+        for (int i = 5; i >= 0; --i)
+            expected.insert(2 * i + 1, "event(" + Base(expected.at(2 * i).mid(8).chopped(1)) + ')');
+        expected << "Finished()";
+        QCOMPARE(log.Take(), expected);
+        QVERIFY(!plainError.isEmpty());
+
+        QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{empty, other, plain}));
+        QCOMPARE(OVApplication::GetErrorInfo(brush), QStringLiteral("Plugin OK."));
+        QCOMPARE(OVApplication::GetErrorInfo(other), QStringLiteral("Is not an Orvelin's plugin."));
+        QCOMPARE(OVApplication::GetErrorInfo(General() + QStringLiteral("/readme.txt")),
+                 QStringLiteral("Errors not found"));
+        QCOMPARE(FixtureCalls(),
+                 (OVTest::Words(
+                     "brush:Initialize tool:Initialize image:Initialize empty:Initialize empty:destroyed")));
+
+        // What the libraries brought: the image file plug-in and the brush factory.
+        OVImageFileManager* registry = OVImageFileManager::GetInstance();
+        QVERIFY(registry->GetPluginForRead(QStringLiteral("fxa")) != nullptr);
+        QVERIFY(OVApplication::GetBrushFactory() != nullptr);
+        QCOMPARE(OVApplication::GetBrushFactory()->GetBrushNames(), QStringList{QStringLiteral("round")});
+
+        const QStringList lines = LoadLines(capture.Messages());
+        QCOMPARE(lines.size(), 6);
+        const QRegularExpression loadedLine(
+            QStringLiteral("^Plugin: \\\\\"(.+)\\\\\" loaded successfully\\. "
+                           "Loading time is (\\d+(\\.\\d+)?(e-\\d+)?) sec\\.\"$"));
+        QVERIFY2(loadedLine.match(lines[0]).hasMatch(), qPrintable(lines[0]));
+        QCOMPARE(loadedLine.match(lines[0]).captured(1), brush);
+        QVERIFY2(lines[5].endsWith(QStringLiteral("Error message is \\\"%1\\\".\"").arg(plainError)),
+                 qPrintable(lines[5]));
+
+        // The user interface is announced to the loaded containers, last loaded first.
+        ClearFixtureCalls();
+        OVApplication::UIReady();
+        QCOMPARE(FixtureCalls(), (OVTest::Words("image:UIReady tool:UIReady brush:UIReady")));
+
+        // Unloading takes everything back, last loaded first, and keeps the records.
+        ClearFixtureCalls();
+        capture.Clear();
+        OVApplication::UnloadPlugins();
+        QCOMPARE(
+            FixtureCalls(),
+            (OVTest::Words(
+                "image:Release image:destroyed tool:Release tool:destroyed brush:Release brush:destroyed")));
+        const QString unloaded = QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"");
+        QCOMPARE(LoadLines(capture.Messages()),
+                 (QStringList{unloaded.arg(image), unloaded.arg(upper), unloaded.arg(brush)}));
+        QCOMPARE(registry->GetPluginForRead(QStringLiteral("fxa")), nullptr);
+        QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
+        QCOMPARE(OVApplication::GetErrorInfo(brush), QStringLiteral("Plugin OK."));
+        QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{empty, other, plain}));
+
+        ClearFixtureCalls();
+        OVApplication::UIReady();
+        QVERIFY(FixtureCalls().isEmpty());
+    }
+
+    void wellKnownFlags_data()
+    {
+        QTest::addColumn<int>("flags");
+        QTest::addColumn<QStringList>("loaded");
+        using A = OVApplication;
+        QTest::newRow("none") << 0 << QStringList();
+        QTest::newRow("filters, case-sensitive") << int(A::Filters) << QStringList{"filter"};
+        // The base name ends at the first dot.
+        QTest::newRow("image io") << int(A::ImageIO) << QStringList{"imageio", "imageio.v2"};
+        QTest::newRow("tools") << int(A::Tools) << QStringList{"basictools", "generaltools"};
+        QTest::newRow("brushes: the whole brush folder")
+            << int(A::Brushes) << QStringList{"brushcontainer", "extra"};
+        QTest::newRow("every flag")
+            << int(A::Adjustments | A::Filters | A::ImageIO | A::Brushes | A::Tools)
+            << OVTest::Words(
+                   "brushcontainer extra adjustments basictools filter generaltools imageio imageio.v2");
+        // -1 stands for LoadPlugins() without flags: every library of both folders.
+        QTest::newRow("no flags at all")
+            << -1
+            << OVTest::Words("brushcontainer extra Filter adjustments basictools "
+                             "filter generaltools imageio imageio.v2 other");
+    }
+    void wellKnownFlags()
+    {
+        QFETCH(int, flags);
+        QFETCH(QStringList, loaded);
+
+        Install(QStringLiteral("brushcontainer"), Brush());
+        Install(QStringLiteral("toolcontainer"), Brush(), QStringLiteral("extra"));
+        for (const char* name : {"adjustments", "filter", "Filter", "imageio", "imageio.v2", "basictools",
+                                 "generaltools", "other"})
+            Install(QStringLiteral("toolcontainer"), General(), QString::fromLatin1(name) + '.' + kSuffix);
+
+        OVTest::SignalLog log;
+        Record(log);
+        if (flags < 0)
+            OVApplication::LoadPlugins();
+        else
+            OVApplication::LoadPlugins(OVApplication::PluginsLoadTypes(flags));
+
+        QStringList files;
+        for (const QString& name : loaded)
+            files << (name == "brushcontainer" || name == "extra" ? Brush() : General()) + '/' + name + '.' +
+                         kSuffix;
+        QCOMPARE(log.Entries(), Loaded(files) << "Finished()");
+    }
+
+    void missingFolders_data()
+    {
+        QTest::addColumn<QString>("ini");
+        QTest::addColumn<int>("flags");
+        QTest::addColumn<QStringList>("logged");
+        // Which libraries load, in order: "general" the one of the general folder, "bin" the one
+        // in the application folder.
+        QTest::addColumn<QStringList>("loads");
+        QTest::addColumn<bool>("finished");
+
+        const QString brushMissing = QStringLiteral("Brush folder is missing");
+        const QString generalMissing = QStringLiteral("The plugins folder does not exist");
+        const QStringList none;
+        const QStringList general{QStringLiteral("general")};
+        // Without folder names both folders are the application folder, so its library is
+        // gathered twice: as a brush library and as a general one.
+        const QStringList binTwice{QStringLiteral("bin"), QStringLiteral("bin")};
+        QTest::newRow("general folder missing")
+            << "general" << -1 << QStringList{generalMissing} << none << false;
+        QTest::newRow("both missing")
+            << "both" << -1 << QStringList{brushMissing, generalMissing} << none << false;
+        QTest::newRow("brush folder missing")
+            << "brush" << -1 << QStringList{brushMissing} << general << true;
+        QTest::newRow("brush folder missing, not asked for")
+            << "brush" << int(OVApplication::ImageIO) << QStringList() << general << true;
+        QTest::newRow("folder name with a comma") << "comma" << -1 << QStringList() << general << true;
+        QTest::newRow("no plugins.ini") << "none" << -1 << QStringList() << binTwice << true;
+    }
+    void missingFolders()
+    {
+        QFETCH(QString, ini);
+        QFETCH(int, flags);
+        QFETCH(QStringList, logged);
+        QFETCH(QStringList, loads);
+        QFETCH(bool, finished);
+
+        Install(QStringLiteral("brushcontainer"), Brush());
+        // QSettings would read the unquoted folder name with a comma as a list.
+        const QString folder = ini == QLatin1String("comma") ? General() + QStringLiteral(", v2") : General();
+        QVERIFY(QDir().mkpath(folder));
+        const QString general = Install(QStringLiteral("toolcontainer"), folder, QStringLiteral("imageio"));
+        const QString bin = Install(QStringLiteral("toolcontainer"), QCoreApplication::applicationDirPath(),
+                                    QStringLiteral("inbin-%1").arg(m_round));
+        const QString iniPath = Root() + QStringLiteral("/Resources/plugins.ini");
+        if (ini == QLatin1String("general"))
+            WriteIni(QStringLiteral("../%1/brush").arg(Plugins()), QStringLiteral("../nowhere"));
+        else if (ini == QLatin1String("both"))
+            WriteIni(QStringLiteral("../nowhere"), QStringLiteral("../nowhere"));
+        else if (ini == QLatin1String("brush"))
+            WriteIni(QStringLiteral("../nowhere"), QStringLiteral("../%1/general").arg(Plugins()));
+        else if (ini == QLatin1String("none"))
+            QVERIFY(QFile::remove(iniPath));
+        else if (ini == QLatin1String("comma")) {
+            QFile file(iniPath);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(QStringLiteral("[General]\nbrush=../nowhere, v2\ngeneral=../%1/general, v2\n")
+                           .arg(Plugins())
+                           .toUtf8());
+            logged << QStringLiteral("Brush folder is missing");
+        }
+
+        OVTest::SignalLog log;
+        Record(log);
+        OVTest::LogCapture capture;
+        if (flags < 0)
+            OVApplication::LoadPlugins();
+        else
+            OVApplication::LoadPlugins(OVApplication::PluginsLoadTypes(flags));
+        OVApplication::UnloadPlugins();
+        QFile::remove(bin);
+
+        QStringList messages;
+        for (const QString& message : capture.Messages())
+            messages << message.section(QLatin1String("\". "), 1).chopped(1);
+        QCOMPARE(messages.filter(QStringLiteral("folder")), logged);
+        QStringList files;
+        for (const QString& which : loads)
+            files << (which == "bin" ? bin : general);
+        QCOMPARE(log.Entries(), Loaded(files) + (finished ? QStringList{"Finished()"} : QStringList()));
+    }
+
+    void explicitFiles()
+    {
+        const QString image = Install(QStringLiteral("imagecontainer"), General(), QStringLiteral("image"));
+        const QString tool = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("tool"));
+        const QString missing = General() + QStringLiteral("/missing.") + kSuffix;
+        const QString folder = General() + QStringLiteral("/folder.") + kSuffix;
+        const QString corrupt = General() + QStringLiteral("/corrupt.") + kSuffix;
+        QVERIFY(QDir().mkpath(folder));
+        QFile text(corrupt);
+        QVERIFY(text.open(QIODevice::WriteOnly));
+        text.write("This is not a library.\n");
+        text.close();
+        m_tried << missing << folder << corrupt;
+
+        OVTest::SignalLog log;
+        Record(log);
+        OVApplication::LoadPlugins(QStringList{missing, folder, corrupt, image, image});
+        OVApplication::LoadPlugin(tool);
+        // A plug-in with the brush factory's UID replaces the factory with what it is: none.
+        const QString brush = Install(QStringLiteral("brushcontainer"), Brush());
+        const QString fake = Install(QStringLiteral("fakebrush"), Brush());
+        OVApplication::LoadPlugin(brush);
+        QVERIFY(OVApplication::GetBrushFactory());
+        OVApplication::LoadPlugin(fake);
+        QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
+        OVApplication::UnloadPlugins(QStringList{brush, fake});
+        QCOMPARE(log.Entries().mid(12, 2), Loaded({brush}));
+
+        const QString folderError = OVApplication::GetErrorInfo(folder);
+        const QString corruptError = OVApplication::GetErrorInfo(corrupt);
+        QVERIFY(!folderError.isEmpty() && folderError != QLatin1String("Plugin OK."));
+        QVERIFY(!corruptError.isEmpty() && corruptError != QLatin1String("Plugin OK."));
+        QCOMPARE(log.Take().mid(0, 12), Failed(missing, "Missing file") + Failed(folder, folderError) +
+                                            Failed(corrupt, corruptError) + Loaded({image, image, tool}));
+        QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{missing, folder, corrupt}));
+        // The same library loaded twice is one library: its container is initialised twice.
+        QCOMPARE(FixtureCalls().mid(0, 3),
+                 (OVTest::Words("image:Initialize image:Initialize tool:Initialize")));
+
+        // Unloading by name releases and forgets every record of the name, each with its own
+        // unload and log line.
+        ClearFixtureCalls();
+        OVTest::LogCapture capture;
+        OVApplication::UnloadPlugin(image);
+        QCOMPARE(FixtureCalls().filter(QStringLiteral("Release")),
+                 OVTest::Words("image:Release image:Release"));
+        const QStringList unloadLines = LoadLines(capture.Messages());
+        QCOMPARE(unloadLines.size(), 2);
+        const QRegularExpression unloadLine(
+            QStringLiteral("^Plugin: \\\\\"%1\\\\\" (is unloaded successfully|unloading error)\\.\"$")
+                .arg(QRegularExpression::escape(image)));
+        for (const QString& line : unloadLines)
+            QVERIFY2(unloadLine.match(line).hasMatch(), qPrintable(line));
+        QCOMPARE(OVApplication::GetErrorInfo(image), QStringLiteral("Errors not found"));
+        // The registry was not asked; it forgot the plug-in when the library's end destroyed it.
+        QCOMPARE(OVImageFileManager::GetInstance()->GetPluginForRead(QStringLiteral("fxa")), nullptr);
+
+        OVApplication::UnloadPlugins(QStringList{missing, corrupt});
+        QCOMPARE(OVApplication::GetErrorPlugins(), std::vector<QString>{folder});
+        QCOMPARE(OVApplication::GetErrorInfo(tool), QStringLiteral("Plugin OK."));
+        QVERIFY(log.Entries().isEmpty());
+    }
+
+    void pluginFileName_data()
+    {
+        QTest::addColumn<bool>("absoluteFolders");
+        QTest::newRow("folders relative to the application") << false;
+        QTest::newRow("absolute folders") << true;
+    }
+    void pluginFileName()
+    {
+        QFETCH(bool, absoluteFolders);
+        if (absoluteFolders)
+            WriteIni(Brush(), General());
+        const QString brush = Install(QStringLiteral("brushcontainer"), Brush());
+        const QString imageio =
+            Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("imageio"));
+        const QString basic =
+            Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("basictools"));
+        // Reached through a link, a library is named by its real path.
+        const QString real = Install(QStringLiteral("toolcontainer"), Root(), QStringLiteral("realfilter"));
+        QVERIFY(QFile::link(real, General() + QStringLiteral("/filter.") + kSuffix));
+
+        using A = OVApplication;
+        QCOMPARE(A::PluginFileName(A::Adjustments), QStringList{QString()});
+        QCOMPARE(A::PluginFileName(A::Filters), QStringList{QFileInfo(real).canonicalFilePath()});
+        QCOMPARE(A::PluginFileName(A::ImageIO), QStringList{QFileInfo(imageio).canonicalFilePath()});
+        QCOMPARE(A::PluginFileName(A::Brushes), QStringList{QFileInfo(brush).canonicalFilePath()});
+        QCOMPARE(A::PluginFileName(A::Tools), (QStringList{QFileInfo(basic).canonicalFilePath(), QString()}));
+        QCOMPARE(A::PluginFileName(A::PluginsLoadType(3)), QStringList());
+        QCOMPARE(A::PluginFileName(A::PluginsLoadType(0)), QStringList());
+        QFile::remove(real);
+    }
+
+    void loadsRealImagePlugin()
+    {
+        const QString plugin =
+            Install(QStringLiteral(OV_IMAGEIO_PLUGIN), General(), QStringLiteral("imageio"));
+        OVApplication::LoadPlugins(OVApplication::ImageIO);
+        QCOMPARE(OVApplication::GetErrorInfo(plugin), QStringLiteral("Plugin OK."));
+        QVERIFY(OVImageFileManager::GetInstance()->GetPluginForRead(QStringLiteral("PNG")));
+    }
 
 private:
     // The application's folder layout: bin/ holds the test, ../Resources the resource folder
@@ -102,51 +441,14 @@ private:
     QString Brush() const { return Root() + QLatin1Char('/') + Plugins() + QStringLiteral("/brush"); }
     QString General() const { return Root() + QLatin1Char('/') + Plugins() + QStringLiteral("/general"); }
     void WriteIni(const QString& brush, const QString& general);
-    // Copies a fixture library into folder under name (with the platform suffix unless name
-    // has a suffix of its own) and remembers it for clean-up.
-    QString Install(const QString& fixture, const QString& folder, const QString& name);
+    // Copies a fixture library into folder under name (the fixture's by default; with the platform
+    // suffix unless name has a suffix of its own) and remembers it for clean-up.
+    QString Install(const QString& fixture, const QString& folder, QString name = QString());
     void Record(OVTest::SignalLog& log);
 
     QStringList m_tried;
     int m_round = 0;
 };
-
-void TestPluginLoader::initTestCase()
-{
-    OVImageFileManager::InitInstance();
-}
-
-void TestPluginLoader::cleanupTestCase()
-{
-    OVApplication::UnloadPlugins();
-    OVImageFileManager::ReleaseInstance();
-}
-
-void TestPluginLoader::init()
-{
-    ++m_round;
-    QDir(Root() + QStringLiteral("/Resources")).removeRecursively();
-    QDir(Root() + QLatin1Char('/') + Plugins()).removeRecursively();
-    // The application folder holds the test program and nothing else it could load.
-    QDir bin(QCoreApplication::applicationDirPath());
-    for (const QString& library : bin.entryList({QStringLiteral("*.") + kSuffix}, QDir::Files))
-        QVERIFY(bin.remove(library));
-    QVERIFY(QDir().mkpath(Brush()));
-    QVERIFY(QDir().mkpath(General()));
-    QVERIFY(QDir().mkpath(Root() + QStringLiteral("/Resources")));
-    WriteIni(QStringLiteral("../%1/brush").arg(Plugins()), QStringLiteral("../%1/general").arg(Plugins()));
-    ClearFixtureCalls();
-}
-
-void TestPluginLoader::cleanup()
-{
-    // Unloading by name forgets the records, so the next test starts with none.
-    OVApplication::UnloadPlugins();
-    OVApplication::UnloadPlugins(m_tried);
-    m_tried.clear();
-    QVERIFY(OVApplication::GetErrorPlugins().empty());
-    QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
-}
 
 void TestPluginLoader::WriteIni(const QString& brush, const QString& general)
 {
@@ -158,8 +460,10 @@ void TestPluginLoader::WriteIni(const QString& brush, const QString& general)
         ini.setValue(QStringLiteral("general"), general);
 }
 
-QString TestPluginLoader::Install(const QString& fixture, const QString& folder, const QString& name)
+QString TestPluginLoader::Install(const QString& fixture, const QString& folder, QString name)
 {
+    if (name.isEmpty())
+        name = fixture;
     const QString target = folder + QLatin1Char('/') +
                            (name.contains(QLatin1Char('.')) ? name : name + QLatin1Char('.') + kSuffix);
     QFile::remove(target);
@@ -176,323 +480,6 @@ void TestPluginLoader::Record(OVTest::SignalLog& log)
     log.Record(app, &OVApplication::PluginLoaded, "Loaded");
     log.Record(app, &OVApplication::PluginLoadingError, "Error");
     log.Record(app, &OVApplication::PluginsLoadingFinished, "Finished");
-}
-
-void TestPluginLoader::loadsFoldersInOrder()
-{
-    const QString brush =
-        Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
-    const QString upper = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("UPPER.SO"));
-    const QString image = Install(QStringLiteral("imagecontainer"), General(), QStringLiteral("a_image"));
-    const QString empty = Install(QStringLiteral("emptycontainer"), General(), QStringLiteral("b_empty"));
-    const QString other = Install(QStringLiteral("notcontainer"), General(), QStringLiteral("c_other"));
-    const QString plain = Install(QStringLiteral("plainlibrary"), General(), QStringLiteral("d_plain"));
-    QFile text(General() + QStringLiteral("/readme.txt"));
-    QVERIFY(text.open(QIODevice::WriteOnly));
-    text.close();
-    QVERIFY(QDir().mkpath(General() + QStringLiteral("/x.") + kSuffix));
-    const QString plainError = LoaderError(plain);
-
-    OVTest::SignalLog log;
-    Record(log);
-    // Events are processed before and after each file: a call queued when a file starts runs
-    // before its result is announced.
-    QObject::connect(OVApplication::GetInstance(), &OVApplication::PluginLoading, &log,
-                     [&log](const QString& f) {
-                         QMetaObject::invokeMethod(
-                             &log, [&log, f] { log.Append(QStringLiteral("event(%1)").arg(Base(f))); },
-                             Qt::QueuedConnection);
-                     });
-    OVTest::LogCapture capture;
-
-    OVApplication::LoadPlugins();
-
-    // A queued event of each file runs between its start and its result.
-    QStringList expected = Loaded({brush, upper, image}) + Failed(empty, "Empty container.") +
-                           Failed(other, "Is not an Orvelin's plugin.") + Failed(plain, plainError);
-    for (int i = 5; i >= 0; --i)
-        expected.insert(2 * i + 1, "event(" + Base(expected.at(2 * i).mid(8).chopped(1)) + ')');
-    expected << "Finished()";
-    QCOMPARE(log.Take(), expected);
-    QVERIFY(!plainError.isEmpty());
-
-    QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{empty, other, plain}));
-    QCOMPARE(OVApplication::GetErrorInfo(brush), QStringLiteral("Plugin OK."));
-    QCOMPARE(OVApplication::GetErrorInfo(other), QStringLiteral("Is not an Orvelin's plugin."));
-    QCOMPARE(OVApplication::GetErrorInfo(General() + QStringLiteral("/readme.txt")),
-             QStringLiteral("Errors not found"));
-    QCOMPARE(FixtureCalls(),
-             (OVTest::Words(
-                 "brush:Initialize tool:Initialize image:Initialize empty:Initialize empty:destroyed")));
-
-    // What the libraries brought: the image file plug-in and the brush factory.
-    OVImageFileManager* registry = OVImageFileManager::GetInstance();
-    QVERIFY(registry->GetPluginForRead(QStringLiteral("fxa")) != nullptr);
-    QVERIFY(OVApplication::GetBrushFactory() != nullptr);
-    QCOMPARE(OVApplication::GetBrushFactory()->GetBrushNames(), QStringList{QStringLiteral("round")});
-
-    const QStringList lines = LoadLines(capture.Messages());
-    QCOMPARE(lines.size(), 6);
-    const QRegularExpression loadedLine(
-        QStringLiteral("^Plugin: \\\\\"(.+)\\\\\" loaded successfully\\. "
-                       "Loading time is (\\d+(\\.\\d+)?(e-\\d+)?) sec\\.\"$"));
-    QVERIFY2(loadedLine.match(lines[0]).hasMatch(), qPrintable(lines[0]));
-    QCOMPARE(loadedLine.match(lines[0]).captured(1), brush);
-    QVERIFY2(lines[5].endsWith(QStringLiteral("Error message is \\\"%1\\\".\"").arg(plainError)),
-             qPrintable(lines[5]));
-
-    // The user interface is announced to the loaded containers, last loaded first.
-    ClearFixtureCalls();
-    OVApplication::UIReady();
-    QCOMPARE(FixtureCalls(), (OVTest::Words("image:UIReady tool:UIReady brush:UIReady")));
-
-    // Unloading takes everything back, last loaded first, and keeps the records.
-    ClearFixtureCalls();
-    capture.Clear();
-    OVApplication::UnloadPlugins();
-    QCOMPARE(FixtureCalls(),
-             (OVTest::Words(
-                 "image:Release image:destroyed tool:Release tool:destroyed brush:Release brush:destroyed")));
-    const QString unloaded = QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"");
-    QCOMPARE(LoadLines(capture.Messages()),
-             (QStringList{unloaded.arg(image), unloaded.arg(upper), unloaded.arg(brush)}));
-    QCOMPARE(registry->GetPluginForRead(QStringLiteral("fxa")), nullptr);
-    QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
-    QCOMPARE(OVApplication::GetErrorInfo(brush), QStringLiteral("Plugin OK."));
-    QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{empty, other, plain}));
-
-    ClearFixtureCalls();
-    OVApplication::UIReady();
-    QVERIFY(FixtureCalls().isEmpty());
-}
-
-void TestPluginLoader::wellKnownFlags_data()
-{
-    QTest::addColumn<int>("flags");
-    QTest::addColumn<QStringList>("loaded");
-    using A = OVApplication;
-    QTest::newRow("none") << 0 << QStringList();
-    QTest::newRow("filters, case-sensitive") << int(A::Filters) << QStringList{"filter"};
-    // The base name ends at the first dot.
-    QTest::newRow("image io") << int(A::ImageIO) << QStringList{"imageio", "imageio.v2"};
-    QTest::newRow("tools") << int(A::Tools) << QStringList{"basictools", "generaltools"};
-    QTest::newRow("brushes: the whole brush folder")
-        << int(A::Brushes) << QStringList{"brushcontainer", "extra"};
-    QTest::newRow("every flag")
-        << int(A::Adjustments | A::Filters | A::ImageIO | A::Brushes | A::Tools)
-        << OVTest::Words(
-               "brushcontainer extra adjustments basictools filter generaltools imageio imageio.v2");
-    // -1 stands for LoadPlugins() without flags: every library of both folders.
-    QTest::newRow("no flags at all") << -1
-                                     << OVTest::Words("brushcontainer extra Filter adjustments basictools "
-                                                      "filter generaltools imageio imageio.v2 other");
-}
-
-void TestPluginLoader::wellKnownFlags()
-{
-    QFETCH(int, flags);
-    QFETCH(QStringList, loaded);
-
-    Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
-    Install(QStringLiteral("toolcontainer"), Brush(), QStringLiteral("extra"));
-    for (const char* name :
-         {"adjustments", "filter", "Filter", "imageio", "imageio.v2", "basictools", "generaltools", "other"})
-        Install(QStringLiteral("toolcontainer"), General(), QString::fromLatin1(name) + '.' + kSuffix);
-
-    OVTest::SignalLog log;
-    Record(log);
-    if (flags < 0)
-        OVApplication::LoadPlugins();
-    else
-        OVApplication::LoadPlugins(OVApplication::PluginsLoadTypes(flags));
-
-    QStringList files;
-    for (const QString& name : loaded)
-        files << (name == "brushcontainer" || name == "extra" ? Brush() : General()) + '/' + name + '.' +
-                     kSuffix;
-    QCOMPARE(log.Entries(), Loaded(files) << "Finished()");
-}
-
-void TestPluginLoader::missingFolders_data()
-{
-    QTest::addColumn<QString>("ini");
-    QTest::addColumn<int>("flags");
-    QTest::addColumn<QStringList>("logged");
-    // Which libraries load, in order: "general" the one of the general folder, "bin" the one
-    // in the application folder.
-    QTest::addColumn<QStringList>("loads");
-    QTest::addColumn<bool>("finished");
-
-    const QString brushMissing = QStringLiteral("Brush folder is missing");
-    const QString generalMissing = QStringLiteral("The plugins folder does not exist");
-    const QStringList none;
-    const QStringList general{QStringLiteral("general")};
-    // Without folder names both folders are the application folder, so its library is
-    // gathered twice: as a brush library and as a general one.
-    const QStringList binTwice{QStringLiteral("bin"), QStringLiteral("bin")};
-    QTest::newRow("general folder missing")
-        << "general" << -1 << QStringList{generalMissing} << none << false;
-    QTest::newRow("both missing") << "both" << -1 << QStringList{brushMissing, generalMissing} << none
-                                  << false;
-    QTest::newRow("brush folder missing") << "brush" << -1 << QStringList{brushMissing} << general << true;
-    QTest::newRow("brush folder missing, not asked for")
-        << "brush" << int(OVApplication::ImageIO) << QStringList() << general << true;
-    QTest::newRow("folder name with a comma") << "comma" << -1 << QStringList() << general << true;
-    QTest::newRow("no plugins.ini") << "none" << -1 << QStringList() << binTwice << true;
-}
-
-void TestPluginLoader::missingFolders()
-{
-    QFETCH(QString, ini);
-    QFETCH(int, flags);
-    QFETCH(QStringList, logged);
-    QFETCH(QStringList, loads);
-    QFETCH(bool, finished);
-
-    Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
-    // QSettings would read the unquoted folder name with a comma as a list.
-    const QString folder = ini == QLatin1String("comma") ? General() + QStringLiteral(", v2") : General();
-    QVERIFY(QDir().mkpath(folder));
-    const QString general = Install(QStringLiteral("toolcontainer"), folder, QStringLiteral("imageio"));
-    const QString bin = Install(QStringLiteral("toolcontainer"), QCoreApplication::applicationDirPath(),
-                                QStringLiteral("inbin-%1").arg(m_round));
-    const QString iniPath = Root() + QStringLiteral("/Resources/plugins.ini");
-    if (ini == QLatin1String("general"))
-        WriteIni(QStringLiteral("../%1/brush").arg(Plugins()), QStringLiteral("../nowhere"));
-    else if (ini == QLatin1String("both"))
-        WriteIni(QStringLiteral("../nowhere"), QStringLiteral("../nowhere"));
-    else if (ini == QLatin1String("brush"))
-        WriteIni(QStringLiteral("../nowhere"), QStringLiteral("../%1/general").arg(Plugins()));
-    else if (ini == QLatin1String("none"))
-        QVERIFY(QFile::remove(iniPath));
-    else if (ini == QLatin1String("comma")) {
-        QFile file(iniPath);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(QStringLiteral("[General]\nbrush=../nowhere, v2\ngeneral=../%1/general, v2\n")
-                       .arg(Plugins())
-                       .toUtf8());
-        logged << QStringLiteral("Brush folder is missing");
-    }
-
-    OVTest::SignalLog log;
-    Record(log);
-    OVTest::LogCapture capture;
-    if (flags < 0)
-        OVApplication::LoadPlugins();
-    else
-        OVApplication::LoadPlugins(OVApplication::PluginsLoadTypes(flags));
-    OVApplication::UnloadPlugins();
-    QFile::remove(bin);
-
-    QStringList messages;
-    for (const QString& message : capture.Messages())
-        messages << message.section(QLatin1String("\". "), 1).chopped(1);
-    QCOMPARE(messages.filter(QStringLiteral("folder")), logged);
-    QStringList files;
-    for (const QString& which : loads)
-        files << (which == "bin" ? bin : general);
-    QCOMPARE(log.Entries(), Loaded(files) + (finished ? QStringList{"Finished()"} : QStringList()));
-}
-
-void TestPluginLoader::explicitFiles()
-{
-    const QString image = Install(QStringLiteral("imagecontainer"), General(), QStringLiteral("image"));
-    const QString tool = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("tool"));
-    const QString missing = General() + QStringLiteral("/missing.") + kSuffix;
-    const QString folder = General() + QStringLiteral("/folder.") + kSuffix;
-    const QString corrupt = General() + QStringLiteral("/corrupt.") + kSuffix;
-    QVERIFY(QDir().mkpath(folder));
-    QFile text(corrupt);
-    QVERIFY(text.open(QIODevice::WriteOnly));
-    text.write("This is not a library.\n");
-    text.close();
-    m_tried << missing << folder << corrupt;
-
-    OVTest::SignalLog log;
-    Record(log);
-    OVApplication::LoadPlugins(QStringList{missing, folder, corrupt, image, image});
-    OVApplication::LoadPlugin(tool);
-    // A plug-in with the brush factory's UID replaces the factory with what it is: none.
-    const QString brush =
-        Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
-    const QString fake = Install(QStringLiteral("fakebrush"), Brush(), QStringLiteral("fakebrush"));
-    OVApplication::LoadPlugin(brush);
-    QVERIFY(OVApplication::GetBrushFactory());
-    OVApplication::LoadPlugin(fake);
-    QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
-    OVApplication::UnloadPlugins(QStringList{brush, fake});
-    QCOMPARE(log.Entries().mid(12, 2), Loaded({brush}));
-
-    const QString folderError = OVApplication::GetErrorInfo(folder);
-    const QString corruptError = OVApplication::GetErrorInfo(corrupt);
-    QVERIFY(!folderError.isEmpty() && folderError != QLatin1String("Plugin OK."));
-    QVERIFY(!corruptError.isEmpty() && corruptError != QLatin1String("Plugin OK."));
-    QCOMPARE(log.Take().mid(0, 12), Failed(missing, "Missing file") + Failed(folder, folderError) +
-                                        Failed(corrupt, corruptError) + Loaded({image, image, tool}));
-    QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{missing, folder, corrupt}));
-    // The same library loaded twice is one library: its container is initialised twice.
-    QCOMPARE(FixtureCalls().mid(0, 3), (OVTest::Words("image:Initialize image:Initialize tool:Initialize")));
-
-    // Unloading by name releases and forgets every record of the name, each with its own
-    // unload and log line.
-    ClearFixtureCalls();
-    OVTest::LogCapture capture;
-    OVApplication::UnloadPlugin(image);
-    QCOMPARE(FixtureCalls().filter(QStringLiteral("Release")), OVTest::Words("image:Release image:Release"));
-    const QStringList unloadLines = LoadLines(capture.Messages());
-    QCOMPARE(unloadLines.size(), 2);
-    const QRegularExpression unloadLine(
-        QStringLiteral("^Plugin: \\\\\"%1\\\\\" (is unloaded successfully|unloading error)\\.\"$")
-            .arg(QRegularExpression::escape(image)));
-    for (const QString& line : unloadLines)
-        QVERIFY2(unloadLine.match(line).hasMatch(), qPrintable(line));
-    QCOMPARE(OVApplication::GetErrorInfo(image), QStringLiteral("Errors not found"));
-    // The registry was not asked; it forgot the plug-in when the library's end destroyed it.
-    QCOMPARE(OVImageFileManager::GetInstance()->GetPluginForRead(QStringLiteral("fxa")), nullptr);
-
-    OVApplication::UnloadPlugins(QStringList{missing, corrupt});
-    QCOMPARE(OVApplication::GetErrorPlugins(), std::vector<QString>{folder});
-    QCOMPARE(OVApplication::GetErrorInfo(tool), QStringLiteral("Plugin OK."));
-    QVERIFY(log.Entries().isEmpty());
-}
-
-void TestPluginLoader::pluginFileName_data()
-{
-    QTest::addColumn<bool>("absoluteFolders");
-    QTest::newRow("folders relative to the application") << false;
-    QTest::newRow("absolute folders") << true;
-}
-
-void TestPluginLoader::pluginFileName()
-{
-    QFETCH(bool, absoluteFolders);
-    if (absoluteFolders)
-        WriteIni(Brush(), General());
-    const QString brush =
-        Install(QStringLiteral("brushcontainer"), Brush(), QStringLiteral("brushcontainer"));
-    const QString imageio = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("imageio"));
-    const QString basic = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("basictools"));
-    // Reached through a link, a library is named by its real path.
-    const QString real = Install(QStringLiteral("toolcontainer"), Root(), QStringLiteral("realfilter"));
-    QVERIFY(QFile::link(real, General() + QStringLiteral("/filter.") + kSuffix));
-
-    using A = OVApplication;
-    QCOMPARE(A::PluginFileName(A::Adjustments), QStringList{QString()});
-    QCOMPARE(A::PluginFileName(A::Filters), QStringList{QFileInfo(real).canonicalFilePath()});
-    QCOMPARE(A::PluginFileName(A::ImageIO), QStringList{QFileInfo(imageio).canonicalFilePath()});
-    QCOMPARE(A::PluginFileName(A::Brushes), QStringList{QFileInfo(brush).canonicalFilePath()});
-    QCOMPARE(A::PluginFileName(A::Tools), (QStringList{QFileInfo(basic).canonicalFilePath(), QString()}));
-    QCOMPARE(A::PluginFileName(A::PluginsLoadType(3)), QStringList());
-    QCOMPARE(A::PluginFileName(A::PluginsLoadType(0)), QStringList());
-    QFile::remove(real);
-}
-
-void TestPluginLoader::loadsRealImagePlugin()
-{
-    const QString plugin = Install(QStringLiteral(OV_IMAGEIO_PLUGIN), General(), QStringLiteral("imageio"));
-    OVApplication::LoadPlugins(OVApplication::ImageIO);
-    QCOMPARE(OVApplication::GetErrorInfo(plugin), QStringLiteral("Plugin OK."));
-    QVERIFY(OVImageFileManager::GetInstance()->GetPluginForRead(QStringLiteral("PNG")));
 }
 
 OV_TEST_MAIN(TestPluginLoader)

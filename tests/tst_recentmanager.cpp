@@ -45,11 +45,6 @@ void Row(const char* name, const QString& steps, const QString& expected, const 
     QTest::newRow(name) << steps << expected << lists;
 }
 
-QStringList Words(const QString& text)
-{
-    return text.split(' ', Qt::SkipEmptyParts);
-}
-
 } // namespace
 
 class TestRecentManager : public QObject
@@ -58,11 +53,130 @@ class TestRecentManager : public QObject
 
 private slots:
     void cleanup() { OVRecentManager::ReleaseInstance(); }
-    void sequences_data();
-    void sequences();
-    void roundTrip();
-    void badStoredValues_data();
-    void badStoredValues();
+    void sequences_data()
+    {
+        // Steps: r PushRecent, f PushFavorite, x Remove, d SetItemData(role 7), u ContentUpdated,
+        // R SetRecentsNumber, F SetFavoritesNumber, ? logs the item data of role 7. The signals of
+        // the steps before "|" are not compared. Then the recents and the favourites afterwards.
+        QTest::addColumn<QString>("steps");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<QString>("lists");
+
+        QString steps = "|";
+        QString expected;
+        for (int i = 1; i <= 16; ++i) {
+            steps += QStringLiteral(" r:%1").arg(i);
+            expected += (i > 10 ? QStringLiteral(" RecentRemoved(%1)").arg(i - 10) : QString()) +
+                        QStringLiteral(" RecentInserted(%1)").arg(i);
+        }
+        Row("16 recents keep the newest 10", steps, expected.trimmed(), "16 15 14 13 12 11 10 9 8 7 |");
+        Row("pushed again", "r:a r:b d:a | r:a ?:a", "RecentRemoved(a) RecentInserted(a) data(a)=1", "a b |");
+        Row("favourite pushed as recent", "f:a | r:a", "FavoriteUpdated(a)", "| a");
+        Row("favourites full", "f:1 f:2 f:3 f:4 f:5 | f:6", "", "| 5 4 3 2 1");
+        Row("promotion", "r:a r:b d:a | f:a ?:a", "RecentRemoved(a) FavoriteInserted(a) data(a)=1", "b | a");
+        Row("demotion", "f:z r:1 r:2 r:3 r:4 r:5 r:6 r:7 r:8 r:9 r:10 | x:z ?:z",
+            "FavoriteRemoved(z) RecentRemoved(1) RecentInserted(z) data(z)=none", "z 10 9 8 7 6 5 4 3 2 |");
+        Row("removed recent", "r:a d:a | x:a r:a ?:a", "RecentRemoved(a) RecentInserted(a) data(a)=none",
+            "a |");
+        Row("favourites trimmed", "f:a f:b f:c | F:1",
+            "FavoriteRemoved(a) RecentInserted(a) FavoriteRemoved(b) RecentInserted(b)", "b a | c");
+        Row("recents trimmed", "r:a r:b r:c | R:1", "RecentRemoved(a) RecentRemoved(b)", "c |");
+        Row("limit 0 is no limit", "R:0 f:a | r:a", "RecentInserted(a)", "a | a");
+        Row("data and updates", "r:a f:b | d:a d:b d:q u:a u:b u:q",
+            "RecentDataChanged(a,7) FavoriteDataChanged(b,7) RecentUpdated(a) FavoriteUpdated(b)", "a | b");
+    }
+    void sequences()
+    {
+        QFETCH(QString, steps);
+        OVRecentManager* m = Start();
+        const QMap<QChar, std::function<void(const QString&)>> run{
+            {'|', [&](const QString&) { log->Clear(); }},
+            {'r', [&](const QString& p) { m->PushRecent(p); }},
+            {'f', [&](const QString& p) { m->PushFavorite(p); }},
+            {'x', [&](const QString& p) { m->Remove(p); }},
+            {'d', [&](const QString& p) { m->SetItemData(p, 7, 1); }},
+            {'u', [&](const QString& p) { m->ContentUpdated(p); }},
+            {'R', [&](const QString& n) { m->SetRecentsNumber(n.toInt()); }},
+            {'F', [&](const QString& n) { m->SetFavoritesNumber(n.toInt()); }},
+            {'?', [&](const QString& p) {
+                 log->Append("data(" + p + ")=" + m->GetItemData(p, 7, "none").toString());
+             }}};
+        for (const QString& step : OVTest::Words(steps))
+            run[step.at(0)](step.mid(2));
+        QTEST(log->Entries().join(' '), "expected");
+        QTEST((m->GetRecents() << "|" << m->GetFavorites()).join(' '), "lists");
+    }
+
+    void roundTrip()
+    {
+        QStringList recents;
+        for (int i = 11; i >= 0; --i)
+            recents << File(QStringLiteral("r%1.png").arg(i));
+        const QStringList favorites{File(QStringLiteral("f.png"))};
+        OVRecentManager* m = Start();
+        m->SetRecentsNumber(12);
+        m->SetFavoritesNumber(3);
+        for (auto it = recents.crbegin(); it != recents.crend(); ++it)
+            m->PushRecent(*it);
+        m->PushFavorite(favorites.first());
+        OVRecentManager::ReleaseInstance();
+        QSettings stored(UserIni(), QSettings::IniFormat);
+        QCOMPARE(stored.value("RecentFiles").toByteArray(), Stored(12, recents));
+        QCOMPARE(stored.value("FavoriteFiles").toByteArray(), Stored(1, favorites));
+
+        // Deleted behind the editor's back: gone after the restart.
+        QVERIFY(QFile::remove(recents.takeAt(3)));
+        OVRecentManager::InitInstance();
+        m = OVRecentManager::GetInstance();
+        QCOMPARE(m->GetRecents(), recents);
+        QCOMPARE(m->GetFavorites(), favorites);
+        QCOMPARE(m->GetRecentsNumber() * 100 + m->GetFavoritesNumber(), 1203);
+        // Item data is for paths pushed since start.
+        QSignalSpy changed(m, &OVRecentManager::RecentDataChanged);
+        m->SetItemData(recents.first(), 1, 2);
+        QCOMPARE(changed.count() + m->GetItemData(recents.first(), 1, -1).toInt(), -1);
+
+        // Stored limits are bounded; at most the limit is read; the setters take any limit.
+        m = Start({{"RecentLimit", 40}, {"FavoriteLimit", -2}, {"RecentFiles", Stored(12, recents)}});
+        QCOMPARE(m->GetRecentsNumber() * 100 + m->GetFavoritesNumber(), 1500);
+        QCOMPARE(m->GetRecents(), recents);
+        m = Start({{"RecentLimit", 2}, {"RecentFiles", Stored(12, recents)}});
+        QCOMPARE(m->GetRecents(), recents.mid(0, 2));
+        m->SetRecentsNumber(40);
+        QCOMPARE(m->GetRecentsNumber(), 40);
+    }
+
+    void badStoredValues_data()
+    {
+        // Stored under "RecentFiles" and "FavoriteFiles" (with "RecentLimit" 10, or "many").
+        QTest::addColumn<QVariant>("files");
+        QTest::addColumn<QStringList>("expected");
+        const QString a = File(QStringLiteral("a.png"));
+        const QString b = File(QStringLiteral("b.png"));
+        const QByteArray one = Stored(1, {});
+
+        QTest::newRow("not a byte array") << QVariant(QStringLiteral("abc def")) << QStringList();
+        QTest::newRow("truncated") << QVariant(Stored(2, {a, b}).chopped(3)) << QStringList{a};
+        QTest::newRow("count of two billion") << QVariant(Stored(2000000000, {a, b})) << QStringList{a, b};
+        QTest::newRow("negative count") << QVariant(Stored(-3, {a})) << QStringList();
+        QTest::newRow("not paths") << QVariant(Stored(4, {QString(), QChar(0) + a, "no/such/file", b}))
+                                   << QStringList{b};
+        QTest::newRow("length beyond the bytes")
+            << QVariant(one + QByteArray("\x7f\xff\xff\xfe\0a", 6)) << QStringList();
+        QTest::newRow("limit not a number") << QVariant(Stored(2, {a, b})) << QStringList{a, b};
+    }
+    void badStoredValues()
+    {
+        QFETCH(QVariant, files);
+        const QVariant limit =
+            QTest::currentDataTag() == QByteArray("limit not a number") ? QVariant("many") : 10;
+        OVRecentManager* m =
+            Start({{"RecentLimit", limit}, {"RecentFiles", files}, {"FavoriteFiles", files}});
+        QTEST(m->GetRecents(), "expected");
+        QTEST(m->GetFavorites(), "expected");
+        QCOMPARE(m->GetRecentsNumber(), 10);
+        QCOMPARE(log->Entries(), QStringList());
+    }
 
 private:
     // A manager loaded from the given stored values (none: a fresh profile), its signals logged.
@@ -88,131 +202,6 @@ private:
 
     std::unique_ptr<OVTest::SignalLog> log;
 };
-
-void TestRecentManager::sequences_data()
-{
-    // Steps: r PushRecent, f PushFavorite, x Remove, d SetItemData(role 7), u ContentUpdated,
-    // R SetRecentsNumber, F SetFavoritesNumber, ? logs the item data of role 7. The signals of
-    // the steps before "|" are not compared. Then the recents and the favourites afterwards.
-    QTest::addColumn<QString>("steps");
-    QTest::addColumn<QString>("expected");
-    QTest::addColumn<QString>("lists");
-
-    QString steps = "|";
-    QString expected;
-    for (int i = 1; i <= 16; ++i) {
-        steps += QStringLiteral(" r:%1").arg(i);
-        expected += (i > 10 ? QStringLiteral(" RecentRemoved(%1)").arg(i - 10) : QString()) +
-                    QStringLiteral(" RecentInserted(%1)").arg(i);
-    }
-    Row("16 recents keep the newest 10", steps, expected.trimmed(), "16 15 14 13 12 11 10 9 8 7 |");
-    Row("pushed again", "r:a r:b d:a | r:a ?:a", "RecentRemoved(a) RecentInserted(a) data(a)=1", "a b |");
-    Row("favourite pushed as recent", "f:a | r:a", "FavoriteUpdated(a)", "| a");
-    Row("favourites full", "f:1 f:2 f:3 f:4 f:5 | f:6", "", "| 5 4 3 2 1");
-    Row("promotion", "r:a r:b d:a | f:a ?:a", "RecentRemoved(a) FavoriteInserted(a) data(a)=1", "b | a");
-    Row("demotion", "f:z r:1 r:2 r:3 r:4 r:5 r:6 r:7 r:8 r:9 r:10 | x:z ?:z",
-        "FavoriteRemoved(z) RecentRemoved(1) RecentInserted(z) data(z)=none", "z 10 9 8 7 6 5 4 3 2 |");
-    Row("removed recent", "r:a d:a | x:a r:a ?:a", "RecentRemoved(a) RecentInserted(a) data(a)=none", "a |");
-    Row("favourites trimmed", "f:a f:b f:c | F:1",
-        "FavoriteRemoved(a) RecentInserted(a) FavoriteRemoved(b) RecentInserted(b)", "b a | c");
-    Row("recents trimmed", "r:a r:b r:c | R:1", "RecentRemoved(a) RecentRemoved(b)", "c |");
-    Row("limit 0 is no limit", "R:0 f:a | r:a", "RecentInserted(a)", "a | a");
-    Row("data and updates", "r:a f:b | d:a d:b d:q u:a u:b u:q",
-        "RecentDataChanged(a,7) FavoriteDataChanged(b,7) RecentUpdated(a) FavoriteUpdated(b)", "a | b");
-}
-
-void TestRecentManager::sequences()
-{
-    QFETCH(QString, steps);
-    OVRecentManager* m = Start();
-    const QMap<QChar, std::function<void(const QString&)>> run{
-        {'|', [&](const QString&) { log->Clear(); }},
-        {'r', [&](const QString& p) { m->PushRecent(p); }},
-        {'f', [&](const QString& p) { m->PushFavorite(p); }},
-        {'x', [&](const QString& p) { m->Remove(p); }},
-        {'d', [&](const QString& p) { m->SetItemData(p, 7, 1); }},
-        {'u', [&](const QString& p) { m->ContentUpdated(p); }},
-        {'R', [&](const QString& n) { m->SetRecentsNumber(n.toInt()); }},
-        {'F', [&](const QString& n) { m->SetFavoritesNumber(n.toInt()); }},
-        {'?', [&](const QString& p) {
-             log->Append("data(" + p + ")=" + m->GetItemData(p, 7, "none").toString());
-         }}};
-    for (const QString& step : Words(steps))
-        run[step.at(0)](step.mid(2));
-    QTEST(log->Entries().join(' '), "expected");
-    QTEST((m->GetRecents() << "|" << m->GetFavorites()).join(' '), "lists");
-}
-
-void TestRecentManager::roundTrip()
-{
-    QStringList recents;
-    for (int i = 11; i >= 0; --i)
-        recents << File(QStringLiteral("r%1.png").arg(i));
-    const QStringList favorites{File(QStringLiteral("f.png"))};
-    OVRecentManager* m = Start();
-    m->SetRecentsNumber(12);
-    m->SetFavoritesNumber(3);
-    for (auto it = recents.crbegin(); it != recents.crend(); ++it)
-        m->PushRecent(*it);
-    m->PushFavorite(favorites.first());
-    OVRecentManager::ReleaseInstance();
-    QSettings stored(UserIni(), QSettings::IniFormat);
-    QCOMPARE(stored.value("RecentFiles").toByteArray(), Stored(12, recents));
-    QCOMPARE(stored.value("FavoriteFiles").toByteArray(), Stored(1, favorites));
-
-    // Deleted behind the editor's back: gone after the restart.
-    QVERIFY(QFile::remove(recents.takeAt(3)));
-    OVRecentManager::InitInstance();
-    m = OVRecentManager::GetInstance();
-    QCOMPARE(m->GetRecents(), recents);
-    QCOMPARE(m->GetFavorites(), favorites);
-    QCOMPARE(m->GetRecentsNumber() * 100 + m->GetFavoritesNumber(), 1203);
-    // Item data is for paths pushed since start.
-    QSignalSpy changed(m, &OVRecentManager::RecentDataChanged);
-    m->SetItemData(recents.first(), 1, 2);
-    QCOMPARE(changed.count() + m->GetItemData(recents.first(), 1, -1).toInt(), -1);
-
-    // Stored limits are bounded; at most the limit is read; the setters take any limit.
-    m = Start({{"RecentLimit", 40}, {"FavoriteLimit", -2}, {"RecentFiles", Stored(12, recents)}});
-    QCOMPARE(m->GetRecentsNumber() * 100 + m->GetFavoritesNumber(), 1500);
-    QCOMPARE(m->GetRecents(), recents);
-    m = Start({{"RecentLimit", 2}, {"RecentFiles", Stored(12, recents)}});
-    QCOMPARE(m->GetRecents(), recents.mid(0, 2));
-    m->SetRecentsNumber(40);
-    QCOMPARE(m->GetRecentsNumber(), 40);
-}
-
-void TestRecentManager::badStoredValues_data()
-{
-    // Stored under "RecentFiles" and "FavoriteFiles" (with "RecentLimit" 10, or "many").
-    QTest::addColumn<QVariant>("files");
-    QTest::addColumn<QStringList>("expected");
-    const QString a = File(QStringLiteral("a.png"));
-    const QString b = File(QStringLiteral("b.png"));
-    const QByteArray one = Stored(1, {});
-
-    QTest::newRow("not a byte array") << QVariant(QStringLiteral("abc def")) << QStringList();
-    QTest::newRow("truncated") << QVariant(Stored(2, {a, b}).chopped(3)) << QStringList{a};
-    QTest::newRow("count of two billion") << QVariant(Stored(2000000000, {a, b})) << QStringList{a, b};
-    QTest::newRow("negative count") << QVariant(Stored(-3, {a})) << QStringList();
-    QTest::newRow("not paths") << QVariant(Stored(4, {QString(), QChar(0) + a, "no/such/file", b}))
-                               << QStringList{b};
-    QTest::newRow("length beyond the bytes")
-        << QVariant(one + QByteArray("\x7f\xff\xff\xfe\0a", 6)) << QStringList();
-    QTest::newRow("limit not a number") << QVariant(Stored(2, {a, b})) << QStringList{a, b};
-}
-
-void TestRecentManager::badStoredValues()
-{
-    QFETCH(QVariant, files);
-    const QVariant limit =
-        QTest::currentDataTag() == QByteArray("limit not a number") ? QVariant("many") : 10;
-    OVRecentManager* m = Start({{"RecentLimit", limit}, {"RecentFiles", files}, {"FavoriteFiles", files}});
-    QTEST(m->GetRecents(), "expected");
-    QTEST(m->GetFavorites(), "expected");
-    QCOMPARE(m->GetRecentsNumber(), 10);
-    QCOMPARE(log->Entries(), QStringList());
-}
 
 OV_TEST_MAIN(TestRecentManager)
 #include "tst_recentmanager.moc"

@@ -95,195 +95,187 @@ class TestToolContent : public QObject
 
 private slots:
     // Every test runs once per manager.
-    void initTestCase_data();
-    void cleanup();
-    void noInstance();
-    void add();
-    void switching();
-    void release();
-    void focus();
-};
-
-void TestToolContent::initTestCase_data()
-{
-    QTest::addColumn<int>("manager");
-    QTest::addColumn<bool>("clearsFocus");
-    QTest::newRow("toolbar") << 0 << true;
-    QTest::newRow("toolwidget") << 1 << false;
-}
-
-void TestToolContent::cleanup()
-{
-    OVToolBarManager::ReleaseInstance();
-    OVToolWidgetManager::ReleaseInstance();
-}
-
-void TestToolContent::noInstance()
-{
-    QFETCH_GLOBAL(int, manager);
-    const Manager& m = kManagers[manager];
-    QWidget content;
-    QVERIFY(!m.add(&content, QStringLiteral("a")));
-    m.activate(&content);
-    m.remove(&content);
-    QCOMPARE(m.general(), nullptr);
-    QVERIFY(m.empty());
-    QCOMPARE(m.currentUID(), QString());
-    QCOMPARE(content.parent(), nullptr);
-}
-
-void TestToolContent::add()
-{
-    const Manager& m = Started();
-    OVTest::SignalLog log;
-    m.record(log);
-    QWidget* general = m.general();
-    QCOMPARE(general->parent(), nullptr);
-    QSizePolicy preferred(QSizePolicy::Preferred, QSizePolicy::Preferred);
-    preferred.setRetainSizeWhenHidden(false);
-
-    QWidget* a = Content(QStringLiteral("A"));
-    QWidget* b = Content(QStringLiteral("B"));
-    a->setSizePolicy(QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding));
-    QVERIFY(m.add(a, QStringLiteral("uid-a")));
-    QVERIFY(m.add(b, QStringLiteral("uid-b")));
-    QVERIFY(!m.add(a, QStringLiteral("other")));
-    QCOMPARE(m.uidOf(a), QStringLiteral("uid-a"));
-    QVERIFY(!m.add(general, QStringLiteral("general")));
-
-    QCOMPARE(a->parentWidget(), general);
-    QCOMPARE(a->sizePolicy(), preferred);
-    QCOMPARE(general->layout()->indexOf(b), 1);
-    QVERIFY(a->isHidden());
-    QVERIFY(m.empty());
-    QCOMPARE(log.Take(), QStringList());
-}
-
-void TestToolContent::switching()
-{
-    const Manager& m = Started();
-    OVTest::SignalLog log;
-    const QList<QWidget*> contents = Staged(m, log, {"A", "B", "C"});
-    QWidget* general = m.general();
-    QWidget* a = contents.at(0);
-    QWidget* b = contents.at(1);
-    QWidget unknown;
-    // Each step adds the names of the contents shown after it to the signal log.
-    const auto step = [&](const char* what) {
-        QStringList shown;
-        for (QWidget* child : general->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
-            shown << (child->isVisible() ? child->objectName() : QString());
-        log.Append(QLatin1String(what) + QStringLiteral(" shown=") + shown.join(QString()));
-    };
-
-    m.activate(a);
-    step("A");
-    // The shown content again, and a widget that was never added: nothing happens.
-    m.activate(a);
-    m.activate(&unknown);
-    step("A again, unknown");
-    m.activate(b);
-    step("B");
-    // Null hides the shown content and keeps the title.
-    m.activate(nullptr);
-    m.activate(nullptr);
-    step("null twice");
-    // A hidden content leaves quietly; it stays alive and a child of the general widget, and
-    // cannot be shown any more.
-    m.activate(a);
-    m.remove(b);
-    m.activate(b);
-    step("B removed");
-    QCOMPARE(b->parentWidget(), general);
-    // The shown content leaves: nothing is shown and the title is emptied; removed contents
-    // are no longer followed; deleting the shown content works as removing it.
-    m.remove(a);
-    delete a;
-    delete b;
-    step("A removed");
-    m.activate(contents.at(2));
-    delete contents.at(2);
-    step("C deleted");
-    QCOMPARE(log.Take(),
-             OVTest::Lines("changed(shown,Title A)|A shown=A|A again, unknown shown=A|"
-                           "changed(shown,Title B)|B shown=B|changed(empty,Title B)|null twice shown=|"
-                           "changed(shown,Title A)|B removed shown=A|changed(empty,)|A removed shown=|"
-                           "changed(shown,Title C)|changed(empty,)|C deleted shown="));
-    QCOMPARE(m.currentUID(), QString());
-    QCOMPARE(unknown.parent(), nullptr);
-    QCOMPARE(general->layout()->count(), 0);
-}
-
-void TestToolContent::release()
-{
-    const Manager& m = Started();
-    OVTest::SignalLog log;
-    m.record(log);
-    QPointer<QWidget> general = m.general();
-    QPointer<QWidget> shown = Content(QStringLiteral("A"));
-    QPointer<QWidget> hidden = Content(QStringLiteral("B"));
-    QPointer<QWidget> removed = Content(QStringLiteral("C"));
-    QPointer<QWidget> moved = Content(QStringLiteral("D"));
-    QWidget elsewhere;
-    for (QWidget* content : {shown.data(), hidden.data(), removed.data(), moved.data()})
-        m.add(content, content->objectName());
-    m.remove(removed);
-    moved->setParent(&elsewhere);
-    m.activate(shown);
-    log.Clear();
-
-    // The general widget takes its children along, removed or not, and nobody is told.
-    m.release();
-    QVERIFY(general.isNull());
-    QVERIFY(shown.isNull());
-    QVERIFY(hidden.isNull());
-    QVERIFY(removed.isNull());
-    QVERIFY(!moved.isNull());
-    QCOMPARE(log.Take(), QStringList());
-
-    // The host's window may delete the general widget first; the manager then holds nothing.
-    m.init();
-    m.record(log);
-    auto* host = new QWidget;
-    (new QVBoxLayout(host))->addWidget(m.general());
-    m.add(moved, QStringLiteral("uid-d"));
-    m.activate(moved);
-    log.Clear();
-    delete host;
-    QVERIFY(moved.isNull());
-    QCOMPARE(m.general(), nullptr);
-    QVERIFY(m.empty());
-    QCOMPARE(log.Take(), QStringList{QStringLiteral("changed(empty,)")});
-    QVERIFY(!m.add(&elsewhere, QStringLiteral("uid-e")));
-    m.release();
-}
-
-// A line edit of content A holds the focus; switching to B, and switching to nothing, either
-// clears it or leaves it alone.
-void TestToolContent::focus()
-{
-    QFETCH_GLOBAL(bool, clearsFocus);
-    const Manager& m = Started();
-    QWidget* general = m.general();
-    QWidget* a = Content(QStringLiteral("A"));
-    auto* edit = new QLineEdit(a);
-    QWidget* b = Content(QStringLiteral("B"));
-    m.add(a, QStringLiteral("uid-a"));
-    m.add(b, QStringLiteral("uid-b"));
-    general->show();
-    QApplication::setActiveWindow(general);
-    for (QWidget* next : {b, static_cast<QWidget*>(nullptr)}) {
-        m.activate(a);
-        edit->setFocus();
-        QVERIFY(edit->hasFocus());
-        QCOMPARE(a->focusWidget(), edit);
-
-        m.activate(next);
-        QVERIFY(a->isHidden());
-        QCOMPARE(edit->hasFocus(), !clearsFocus);
-        QCOMPARE(a->focusWidget(), clearsFocus ? nullptr : edit);
+    void initTestCase_data()
+    {
+        QTest::addColumn<int>("manager");
+        QTest::addColumn<bool>("clearsFocus");
+        QTest::newRow("toolbar") << 0 << true;
+        QTest::newRow("toolwidget") << 1 << false;
     }
-}
+
+    void cleanup()
+    {
+        OVToolBarManager::ReleaseInstance();
+        OVToolWidgetManager::ReleaseInstance();
+    }
+
+    void noInstance()
+    {
+        QFETCH_GLOBAL(int, manager);
+        const Manager& m = kManagers[manager];
+        QWidget content;
+        QVERIFY(!m.add(&content, QStringLiteral("a")));
+        m.activate(&content);
+        m.remove(&content);
+        QCOMPARE(m.general(), nullptr);
+        QVERIFY(m.empty());
+        QCOMPARE(m.currentUID(), QString());
+        QCOMPARE(content.parent(), nullptr);
+    }
+
+    void add()
+    {
+        const Manager& m = Started();
+        OVTest::SignalLog log;
+        m.record(log);
+        QWidget* general = m.general();
+        QCOMPARE(general->parent(), nullptr);
+        QSizePolicy preferred(QSizePolicy::Preferred, QSizePolicy::Preferred);
+        preferred.setRetainSizeWhenHidden(false);
+
+        QWidget* a = Content(QStringLiteral("A"));
+        QWidget* b = Content(QStringLiteral("B"));
+        a->setSizePolicy(QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding));
+        QVERIFY(m.add(a, QStringLiteral("uid-a")));
+        QVERIFY(m.add(b, QStringLiteral("uid-b")));
+        QVERIFY(!m.add(a, QStringLiteral("other")));
+        QCOMPARE(m.uidOf(a), QStringLiteral("uid-a"));
+        QVERIFY(!m.add(general, QStringLiteral("general")));
+
+        QCOMPARE(a->parentWidget(), general);
+        QCOMPARE(a->sizePolicy(), preferred);
+        QCOMPARE(general->layout()->indexOf(b), 1);
+        QVERIFY(a->isHidden());
+        QVERIFY(m.empty());
+        QCOMPARE(log.Take(), QStringList());
+    }
+
+    void switching()
+    {
+        const Manager& m = Started();
+        OVTest::SignalLog log;
+        const QList<QWidget*> contents = Staged(m, log, {"A", "B", "C"});
+        QWidget* general = m.general();
+        QWidget* a = contents.at(0);
+        QWidget* b = contents.at(1);
+        QWidget unknown;
+        // Each step adds the names of the contents shown after it to the signal log.
+        const auto step = [&](const char* what) {
+            QStringList shown;
+            for (QWidget* child : general->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+                shown << (child->isVisible() ? child->objectName() : QString());
+            log.Append(QLatin1String(what) + QStringLiteral(" shown=") + shown.join(QString()));
+        };
+
+        m.activate(a);
+        step("A");
+        // The shown content again, and a widget that was never added: nothing happens.
+        m.activate(a);
+        m.activate(&unknown);
+        step("A again, unknown");
+        m.activate(b);
+        step("B");
+        // Null hides the shown content and keeps the title.
+        m.activate(nullptr);
+        m.activate(nullptr);
+        step("null twice");
+        // A hidden content leaves quietly; it stays alive and a child of the general widget, and
+        // cannot be shown any more.
+        m.activate(a);
+        m.remove(b);
+        m.activate(b);
+        step("B removed");
+        QCOMPARE(b->parentWidget(), general);
+        // The shown content leaves: nothing is shown and the title is emptied; removed contents
+        // are no longer followed; deleting the shown content works as removing it.
+        m.remove(a);
+        delete a;
+        delete b;
+        step("A removed");
+        m.activate(contents.at(2));
+        delete contents.at(2);
+        step("C deleted");
+        QCOMPARE(log.Take(),
+                 OVTest::Lines("changed(shown,Title A)|A shown=A|A again, unknown shown=A|"
+                               "changed(shown,Title B)|B shown=B|changed(empty,Title B)|null twice shown=|"
+                               "changed(shown,Title A)|B removed shown=A|changed(empty,)|A removed shown=|"
+                               "changed(shown,Title C)|changed(empty,)|C deleted shown="));
+        QCOMPARE(m.currentUID(), QString());
+        QCOMPARE(unknown.parent(), nullptr);
+        QCOMPARE(general->layout()->count(), 0);
+    }
+
+    void release()
+    {
+        const Manager& m = Started();
+        OVTest::SignalLog log;
+        m.record(log);
+        QPointer<QWidget> general = m.general();
+        QPointer<QWidget> shown = Content(QStringLiteral("A"));
+        QPointer<QWidget> hidden = Content(QStringLiteral("B"));
+        QPointer<QWidget> removed = Content(QStringLiteral("C"));
+        QPointer<QWidget> moved = Content(QStringLiteral("D"));
+        QWidget elsewhere;
+        for (QWidget* content : {shown.data(), hidden.data(), removed.data(), moved.data()})
+            m.add(content, content->objectName());
+        m.remove(removed);
+        moved->setParent(&elsewhere);
+        m.activate(shown);
+        log.Clear();
+
+        // The general widget takes its children along, removed or not, and nobody is told.
+        m.release();
+        QVERIFY(general.isNull());
+        QVERIFY(shown.isNull());
+        QVERIFY(hidden.isNull());
+        QVERIFY(removed.isNull());
+        QVERIFY(!moved.isNull());
+        QCOMPARE(log.Take(), QStringList());
+
+        // The host's window may delete the general widget first; the manager then holds nothing.
+        m.init();
+        m.record(log);
+        auto* host = new QWidget;
+        (new QVBoxLayout(host))->addWidget(m.general());
+        m.add(moved, QStringLiteral("uid-d"));
+        m.activate(moved);
+        log.Clear();
+        delete host;
+        QVERIFY(moved.isNull());
+        QCOMPARE(m.general(), nullptr);
+        QVERIFY(m.empty());
+        QCOMPARE(log.Take(), QStringList{QStringLiteral("changed(empty,)")});
+        QVERIFY(!m.add(&elsewhere, QStringLiteral("uid-e")));
+        m.release();
+    }
+
+    // A line edit of content A holds the focus; switching to B, and switching to nothing, either
+    // clears it or leaves it alone.
+    void focus()
+    {
+        QFETCH_GLOBAL(bool, clearsFocus);
+        const Manager& m = Started();
+        QWidget* general = m.general();
+        QWidget* a = Content(QStringLiteral("A"));
+        auto* edit = new QLineEdit(a);
+        QWidget* b = Content(QStringLiteral("B"));
+        m.add(a, QStringLiteral("uid-a"));
+        m.add(b, QStringLiteral("uid-b"));
+        general->show();
+        QApplication::setActiveWindow(general);
+        for (QWidget* next : {b, static_cast<QWidget*>(nullptr)}) {
+            m.activate(a);
+            edit->setFocus();
+            QVERIFY(edit->hasFocus());
+            QCOMPARE(a->focusWidget(), edit);
+
+            m.activate(next);
+            QVERIFY(a->isHidden());
+            QCOMPARE(edit->hasFocus(), !clearsFocus);
+            QCOMPARE(a->focusWidget(), clearsFocus ? nullptr : edit);
+        }
+    }
+};
 
 OV_TEST_MAIN(TestToolContent)
 

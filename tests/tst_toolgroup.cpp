@@ -41,14 +41,139 @@ class TestToolGroup : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init()
+    {
+        OVToolGroupManager::InitInstance();
+        // S stays outside the group; the others are its members.
+        for (const char* name : {"A", "B", "E", "T", "X", "S"}) {
+            auto* action = new LockableAction;
+            action->setObjectName(QString::fromLatin1(name));
+            m_log.Record(action, &OVActivateAction::ImplicitToggled,
+                         action->objectName() + QStringLiteral(".Implicit"));
+            m_log.Record(action, &OVActivateAction::Toggled,
+                         action->objectName() + QStringLiteral(".Toggled"));
+            if (action->objectName() != QLatin1String("S"))
+                OVToolGroupManager::Add(action, QStringLiteral("uid-") + action->objectName());
+            m_actions << action;
+        }
+        m_log.Clear();
+    }
 
-    void actionStates_data();
-    void actionStates();
-    void groupTransitions_data();
-    void groupTransitions();
-    void membership();
+    void cleanup()
+    {
+        for (const QPointer<LockableAction>& action : qAsConst(m_actions))
+            delete action.data();
+        m_actions.clear();
+        OVToolGroupManager::ReleaseInstance();
+    }
+
+    void actionStates_data()
+    {
+        AddColumns();
+        const char* const checkedS = "explicit=- implicit=- checked=S implied=S";
+        Row("check", "", "S.SetChecked(true)", "S.Implicit(true) S.Toggled(true)", checkedS);
+        Row("uncheck", "S.SetChecked(true)", "S.SetChecked(false)", "S.Implicit(false) S.Toggled(false)",
+            "explicit=- implicit=- checked= implied=");
+        Row("toggles", "", "S.Toggle() S.ImplicitToggle() S.ImplicitToggle()",
+            "S.Implicit(true) S.Toggled(true) S.Implicit(false) S.Implicit(true)", checkedS);
+        // Refused changes emit nothing; only the check after AllowChange() is heard.
+        Row("not allowed", "S.AllowChange(false)",
+            "S.SetChecked(true) S.SetImplicitChecked(true) S.Toggle() S.ImplicitToggle() S.AllowChange() "
+            "S.SetChecked(true)",
+            "S.Implicit(true) S.Toggled(true)", checkedS);
+        Row("refused by subclass", "S.SetChecked(true) S.Lock()", "S.SetChecked(false) S.ImplicitToggle()",
+            "", checkedS);
+    }
+    void actionStates() { CheckRow(); }
+
+    void groupTransitions_data()
+    {
+        AddColumns();
+        const char* const onlyB = "explicit=B implicit=B checked=B implied=B";
+        const char* const onlyE = "explicit=E implicit=E checked=E implied=E";
+        const char* const nothing = "explicit=- implicit=- checked= implied=";
+        const QString chosenA = kChosenA;
+        const QString temporaryT = kTemporaryT;
+
+        // Activation.
+        Row("activate from empty", "", "Activate(B)", "B.Implicit(true) B.Toggled(true) Activate(B)=true",
+            onlyB);
+        Row("activate over chosen", chosenA, "Activate(B)",
+            "A.Implicit(false) A.Toggled(false) B.Implicit(true) B.Toggled(true) Activate(B)=true", onlyB);
+        // The chosen tool takes the implicit state back quietly; only the group misses it.
+        Row("activate over temporary", temporaryT, "Activate(B)",
+            "T.Implicit(false) E.Implicit(true) E.Implicit(false) E.Toggled(false) B.Implicit(true) "
+            "B.Toggled(true) Activate(B)=true",
+            onlyB);
+        Row("activate chosen", chosenA, "Activate(A)", "Activate(A)=true",
+            "explicit=A implicit=A checked=A implied=A");
+        Row("activate with temporary only", "T.SetImplicitChecked(true)", "Activate(X)",
+            "T.Implicit(false) Activate(X)=true", nothing);
+        Row("chosen refuses", chosenA + "A.Lock()", "Activate(B)", "Activate(B)=false",
+            "explicit=A implicit=A checked=A implied=A");
+        Row("temporary refuses", temporaryT + "T.Lock()", "Activate(B)", "Activate(B)=false",
+            "explicit=E implicit=T checked=E implied=T");
+
+        // Members changing their own states.
+        Row("temporary over chosen", chosenA, "T.SetImplicitChecked(true)",
+            "T.Implicit(true) A.Implicit(false)", "explicit=A implicit=T checked=A implied=T");
+        Row("temporary ends", temporaryT, "T.SetImplicitChecked(false)", "T.Implicit(false) E.Implicit(true)",
+            onlyE);
+        Row("chosen unchecked under temporary", temporaryT, "E.SetChecked(false)", "E.Toggled(false)",
+            "explicit=- implicit=T checked= implied=T");
+        // Checking a member directly does not uncheck the chosen one.
+        Row("member checked", chosenA, "B.SetChecked(true)",
+            "B.Implicit(true) A.Implicit(false) B.Toggled(true)",
+            "explicit=B implicit=B checked=A,B implied=B");
+
+        // Members leaving; a removed member keeps its flags.
+        Row("remove temporary", temporaryT, "Remove(T) T.SetImplicitChecked(false)",
+            "E.Implicit(true) T.Implicit(false)", onlyE);
+        Row("delete chosen", chosenA, "delete(A)", "", nothing);
+        Row("delete temporary", temporaryT, "delete(T)", "E.Implicit(true)", onlyE);
+    }
+    void groupTransitions() { CheckRow(); }
+
+    void membership()
+    {
+        // Adding again keeps the first UID.
+        OVToolGroupManager::Add(Action("A"), QStringLiteral("other"));
+        QVERIFY(OVToolGroupManager::Activate(Action("A")));
+        QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QStringLiteral("uid-A"));
+
+        // A checked action that may change is left out: the group does not follow it.
+        OVActivateAction outsider;
+        outsider.SetChecked(true);
+        OVToolGroupManager::Add(&outsider, QStringLiteral("uid-O"));
+        outsider.SetChecked(false);
+        outsider.SetChecked(true);
+        QCOMPARE(OVToolGroupManager::GetExplicitAction(), Action("A"));
+
+        // A checked action that refuses change is taken in as it is.
+        auto* fixed = new LockableAction;
+        fixed->SetChecked(true);
+        fixed->locked = true;
+        OVToolGroupManager::Add(fixed, QStringLiteral("uid-F"));
+        QVERIFY(fixed->IsChecked());
+        QCOMPARE(OVToolGroupManager::GetExplicitAction(), Action("A"));
+        fixed->locked = false;
+        fixed->SetChecked(false);
+        fixed->SetChecked(true);
+        QCOMPARE(OVToolGroupManager::GetExplicitAction(), fixed);
+        QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QStringLiteral("uid-F"));
+
+        // A deleted explicit member leaves no explicit action and no UID.
+        delete fixed;
+        QCOMPARE(OVToolGroupManager::GetExplicitAction(), nullptr);
+        QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QString());
+
+        // Null and unknown actions.
+        OVToolGroupManager::Add(nullptr, QStringLiteral("uid-N"));
+        OVToolGroupManager::Remove(nullptr);
+        OVToolGroupManager::Remove(&outsider);
+        QVERIFY(!OVToolGroupManager::Activate(nullptr));
+        QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QString());
+    }
 
 private:
     LockableAction* Action(const QString& name) const;
@@ -66,31 +191,6 @@ private:
     QList<QPointer<LockableAction>> m_actions;
     OVTest::SignalLog m_log;
 };
-
-void TestToolGroup::init()
-{
-    OVToolGroupManager::InitInstance();
-    // S stays outside the group; the others are its members.
-    for (const char* name : {"A", "B", "E", "T", "X", "S"}) {
-        auto* action = new LockableAction;
-        action->setObjectName(QString::fromLatin1(name));
-        m_log.Record(action, &OVActivateAction::ImplicitToggled,
-                     action->objectName() + QStringLiteral(".Implicit"));
-        m_log.Record(action, &OVActivateAction::Toggled, action->objectName() + QStringLiteral(".Toggled"));
-        if (action->objectName() != QLatin1String("S"))
-            OVToolGroupManager::Add(action, QStringLiteral("uid-") + action->objectName());
-        m_actions << action;
-    }
-    m_log.Clear();
-}
-
-void TestToolGroup::cleanup()
-{
-    for (const QPointer<LockableAction>& action : qAsConst(m_actions))
-        delete action.data();
-    m_actions.clear();
-    OVToolGroupManager::ReleaseInstance();
-}
 
 LockableAction* TestToolGroup::Action(const QString& name) const
 {
@@ -151,24 +251,6 @@ void TestToolGroup::AddColumns()
     QTest::addColumn<QString>("state");
 }
 
-void TestToolGroup::actionStates_data()
-{
-    AddColumns();
-    const char* const checkedS = "explicit=- implicit=- checked=S implied=S";
-    Row("check", "", "S.SetChecked(true)", "S.Implicit(true) S.Toggled(true)", checkedS);
-    Row("uncheck", "S.SetChecked(true)", "S.SetChecked(false)", "S.Implicit(false) S.Toggled(false)",
-        "explicit=- implicit=- checked= implied=");
-    Row("toggles", "", "S.Toggle() S.ImplicitToggle() S.ImplicitToggle()",
-        "S.Implicit(true) S.Toggled(true) S.Implicit(false) S.Implicit(true)", checkedS);
-    // Refused changes emit nothing; only the check after AllowChange() is heard.
-    Row("not allowed", "S.AllowChange(false)",
-        "S.SetChecked(true) S.SetImplicitChecked(true) S.Toggle() S.ImplicitToggle() S.AllowChange() "
-        "S.SetChecked(true)",
-        "S.Implicit(true) S.Toggled(true)", checkedS);
-    Row("refused by subclass", "S.SetChecked(true) S.Lock()", "S.SetChecked(false) S.ImplicitToggle()", "",
-        checkedS);
-}
-
 void TestToolGroup::CheckRow()
 {
     QFETCH(QStringList, setup);
@@ -183,102 +265,6 @@ void TestToolGroup::CheckRow()
         Run(step);
     QCOMPARE(m_log.Take(), emitted);
     QCOMPARE(State(), state);
-}
-
-void TestToolGroup::groupTransitions_data()
-{
-    AddColumns();
-    const char* const onlyB = "explicit=B implicit=B checked=B implied=B";
-    const char* const onlyE = "explicit=E implicit=E checked=E implied=E";
-    const char* const nothing = "explicit=- implicit=- checked= implied=";
-    const QString chosenA = kChosenA;
-    const QString temporaryT = kTemporaryT;
-
-    // Activation.
-    Row("activate from empty", "", "Activate(B)", "B.Implicit(true) B.Toggled(true) Activate(B)=true", onlyB);
-    Row("activate over chosen", chosenA, "Activate(B)",
-        "A.Implicit(false) A.Toggled(false) B.Implicit(true) B.Toggled(true) Activate(B)=true", onlyB);
-    // The chosen tool takes the implicit state back quietly; only the group misses it.
-    Row("activate over temporary", temporaryT, "Activate(B)",
-        "T.Implicit(false) E.Implicit(true) E.Implicit(false) E.Toggled(false) B.Implicit(true) "
-        "B.Toggled(true) Activate(B)=true",
-        onlyB);
-    Row("activate chosen", chosenA, "Activate(A)", "Activate(A)=true",
-        "explicit=A implicit=A checked=A implied=A");
-    Row("activate with temporary only", "T.SetImplicitChecked(true)", "Activate(X)",
-        "T.Implicit(false) Activate(X)=true", nothing);
-    Row("chosen refuses", chosenA + "A.Lock()", "Activate(B)", "Activate(B)=false",
-        "explicit=A implicit=A checked=A implied=A");
-    Row("temporary refuses", temporaryT + "T.Lock()", "Activate(B)", "Activate(B)=false",
-        "explicit=E implicit=T checked=E implied=T");
-
-    // Members changing their own states.
-    Row("temporary over chosen", chosenA, "T.SetImplicitChecked(true)", "T.Implicit(true) A.Implicit(false)",
-        "explicit=A implicit=T checked=A implied=T");
-    Row("temporary ends", temporaryT, "T.SetImplicitChecked(false)", "T.Implicit(false) E.Implicit(true)",
-        onlyE);
-    Row("chosen unchecked under temporary", temporaryT, "E.SetChecked(false)", "E.Toggled(false)",
-        "explicit=- implicit=T checked= implied=T");
-    // Checking a member directly does not uncheck the chosen one.
-    Row("member checked", chosenA, "B.SetChecked(true)", "B.Implicit(true) A.Implicit(false) B.Toggled(true)",
-        "explicit=B implicit=B checked=A,B implied=B");
-
-    // Members leaving; a removed member keeps its flags.
-    Row("remove temporary", temporaryT, "Remove(T) T.SetImplicitChecked(false)",
-        "E.Implicit(true) T.Implicit(false)", onlyE);
-    Row("delete chosen", chosenA, "delete(A)", "", nothing);
-    Row("delete temporary", temporaryT, "delete(T)", "E.Implicit(true)", onlyE);
-}
-
-void TestToolGroup::actionStates()
-{
-    CheckRow();
-}
-
-void TestToolGroup::groupTransitions()
-{
-    CheckRow();
-}
-
-void TestToolGroup::membership()
-{
-    // Adding again keeps the first UID.
-    OVToolGroupManager::Add(Action("A"), QStringLiteral("other"));
-    QVERIFY(OVToolGroupManager::Activate(Action("A")));
-    QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QStringLiteral("uid-A"));
-
-    // A checked action that may change is left out: the group does not follow it.
-    OVActivateAction outsider;
-    outsider.SetChecked(true);
-    OVToolGroupManager::Add(&outsider, QStringLiteral("uid-O"));
-    outsider.SetChecked(false);
-    outsider.SetChecked(true);
-    QCOMPARE(OVToolGroupManager::GetExplicitAction(), Action("A"));
-
-    // A checked action that refuses change is taken in as it is.
-    auto* fixed = new LockableAction;
-    fixed->SetChecked(true);
-    fixed->locked = true;
-    OVToolGroupManager::Add(fixed, QStringLiteral("uid-F"));
-    QVERIFY(fixed->IsChecked());
-    QCOMPARE(OVToolGroupManager::GetExplicitAction(), Action("A"));
-    fixed->locked = false;
-    fixed->SetChecked(false);
-    fixed->SetChecked(true);
-    QCOMPARE(OVToolGroupManager::GetExplicitAction(), fixed);
-    QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QStringLiteral("uid-F"));
-
-    // A deleted explicit member leaves no explicit action and no UID.
-    delete fixed;
-    QCOMPARE(OVToolGroupManager::GetExplicitAction(), nullptr);
-    QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QString());
-
-    // Null and unknown actions.
-    OVToolGroupManager::Add(nullptr, QStringLiteral("uid-N"));
-    OVToolGroupManager::Remove(nullptr);
-    OVToolGroupManager::Remove(&outsider);
-    QVERIFY(!OVToolGroupManager::Activate(nullptr));
-    QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QString());
 }
 
 OV_TEST_MAIN(TestToolGroup)

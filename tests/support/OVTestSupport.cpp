@@ -107,6 +107,17 @@ void LogCapture::Clear()
     m_messages.clear();
 }
 
+QRegularExpression BuildLogLine(const QString& file, const QString& message, int line)
+{
+    QString quoted = file;
+    quoted.replace(QLatin1String("\\"), QLatin1String("\\\\"));
+    return QRegularExpression(
+        QStringLiteral("^\"Build date=[A-Z][a-z]{2} [ 0-9]\\d \\d{4}, time=\\d\\d:\\d\\d:\\d\\d\\. Line=%1, "
+                       "file=\\\\\"%2\\\\\"\\. %3\"$")
+            .arg(line > 0 ? QString::number(line) : QStringLiteral("\\d+"),
+                 QRegularExpression::escape(quoted), QRegularExpression::escape(message)));
+}
+
 QString Describe(const QColor& value)
 {
     return value.isValid() ? value.name(QColor::HexArgb) : QStringLiteral("invalid");

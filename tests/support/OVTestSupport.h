@@ -5,6 +5,7 @@
 
 #include <QColor>
 #include <QObject>
+#include <QRegularExpression>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -41,6 +42,10 @@ private:
     friend struct LogCaptureRegistry;
     QStringList m_messages;
 };
+
+// Matches one build-log line as qDebug() prints it (quoted, with \" and \\ escaped). file is the
+// source path as the line names it ("src\\OVApplication.cpp"); line 0 matches any line number.
+QRegularExpression BuildLogLine(const QString& file, const QString& message, int line = 0);
 
 // The blank-separated words of text, so that a whole expected sequence fits on one line.
 inline QStringList Words(const QString& text)
