@@ -9,10 +9,12 @@
 #include <QString>
 #include <QVariant>
 
+#include <map>
 #include <vector>
 
 class QAction;
 class QEvent;
+class QJsonDocument;
 class IBrushFactory;
 class OVColorWidget;
 class OVApplicationPrivate;
@@ -161,6 +163,20 @@ public:
     static QStringList PluginFileName(PluginsLoadType type);
     static std::vector<QString> GetErrorPlugins();
     static QString GetErrorInfo(const QString& fileName);
+
+    // Usage statistics, queued from any thread and posted in the background to the statistics
+    // service that the telemetry configuration names. Events carry the device id and the
+    // current session; ChangeStatisticsSession() starts a new session for later events.
+    static void SendStatisticsEvent(const QJsonDocument& doc);
+    static void SendStatisticsEvent(const QString& type, int id);
+    static void SendStatisticsEvent(const QString& type, int id, std::map<QString, QString> properties);
+    static void SendIdentificationEvent(const QString& plan, const QString& channel, const QString& email,
+                                        const QString& startVersion);
+    static void ChangeStatisticsSession();
+    // The user's choice, kept as "Statistics/Enabled" in "user.ini" (on unless turned off).
+    // While off, nothing is queued.
+    static void SetStatisticsEnabled(bool enabled);
+    static bool IsStatisticsEnabled();
 
     void RegisterRefineSelectionAction(QAction* action);
     QAction* GetRefineSelection() const;

@@ -92,6 +92,85 @@ void OVApplication::UIReady()
     }
 }
 
+// Statistics
+
+#include "private/OVStatisticsClient_p.h"
+
+#include <atomic>
+
+namespace {
+
+const QString kStatisticsEnabledKey = QStringLiteral("Statistics/Enabled");
+
+// The user's choice: -1 until it is first needed, then 0 or 1. It is read from "user.ini"
+// once and afterwards only changed by SetStatisticsEnabled.
+std::atomic<int> s_statisticsEnabled{-1};
+
+// The client to queue on, or null without an application object or while statistics are off.
+StatisticsClient* StatisticsTarget(StatisticsClient* OVApplicationPrivate::*client)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    if (!d)
+        return nullptr;
+    const int enabled = s_statisticsEnabled.load(std::memory_order_relaxed);
+    return (enabled < 0 ? OVApplication::IsStatisticsEnabled() : enabled == 1) ? d->*client : nullptr;
+}
+
+} // namespace
+
+void OVApplication::SendStatisticsEvent(const QJsonDocument& doc)
+{
+    if (StatisticsClient* client = StatisticsTarget(&OVApplicationPrivate::statisticsClient))
+        client->EnqueueEvent(doc);
+}
+
+void OVApplication::SendStatisticsEvent(const QString& type, int id)
+{
+    if (StatisticsClient* client = StatisticsTarget(&OVApplicationPrivate::statisticsClient))
+        client->EnqueueEvent(type, id);
+}
+
+void OVApplication::SendStatisticsEvent(const QString& type, int id, std::map<QString, QString> properties)
+{
+    if (StatisticsClient* client = StatisticsTarget(&OVApplicationPrivate::statisticsClient))
+        client->EnqueueEvent(type, id, std::move(properties));
+}
+
+void OVApplication::SendIdentificationEvent(const QString& plan, const QString& channel, const QString& email,
+                                            const QString& startVersion)
+{
+    if (StatisticsClient* client = StatisticsTarget(&OVApplicationPrivate::configuredClient))
+        client->EnqueueIdentification(plan, channel, email, startVersion);
+}
+
+void OVApplication::ChangeStatisticsSession()
+{
+    if (OVApplicationPrivate* d = OVApplicationPrivate::Instance())
+        d->statisticsClient->ChangeSession();
+}
+
+void OVApplication::SetStatisticsEnabled(bool enabled)
+{
+    if (!GetInstance())
+        return;
+    s_statisticsEnabled = enabled ? 1 : 0;
+    SetUserValue(kStatisticsEnabledKey, enabled);
+}
+
+bool OVApplication::IsStatisticsEnabled()
+{
+    if (!GetInstance())
+        return false;
+    int enabled = s_statisticsEnabled;
+    if (enabled < 0) {
+        const int stored = GetUserValue(kStatisticsEnabledKey, true).toBool() ? 1 : 0;
+        // A concurrent first reader or a SetStatisticsEnabled that came first wins.
+        s_statisticsEnabled.compare_exchange_strong(enabled, stored);
+        enabled = s_statisticsEnabled;
+    }
+    return enabled == 1;
+}
+
 // Plug-ins
 
 void OVApplication::LoadPlugins()

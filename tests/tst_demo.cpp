@@ -9,10 +9,14 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QImageWriter>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QSet>
 #include <QSettings>
 #include <QStandardPaths>
+
+#include <algorithm>
 
 namespace {
 
@@ -241,6 +245,76 @@ private slots:
             QFile::remove(copy);
             QFile::copy(shot, copy);
         }
+    }
+
+    // The statistics end to end: the collector on a free loopback port, the headless host pointed
+    // at it by OVDEMO_COLLECTOR_PORT, three runs: the first identifies the installation and
+    // reports its start, opens, adjustments and exports; the second only its start and open; the
+    // third, opted out, nothing.
+    void statistics()
+    {
+        QProcess collector;
+        collector.start(QStringLiteral(OV_COLLECTOR_EXECUTABLE), {QStringLiteral("0")});
+        QVERIFY(collector.waitForReadyRead(60000));
+        const QString first = QString::fromUtf8(collector.readLine()).trimmed();
+        QVERIFY2(first.startsWith(QLatin1String("listening on ")), qPrintable(first));
+        // A profile of its own, which has not identified itself yet.
+        const QString home = OVTest::SandboxPath() + QStringLiteral("/home-statistics");
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("OVDEMO_COLLECTOR_PORT"), first.section(QLatin1Char(' '), 2));
+        environment.insert(QStringLiteral("HOME"), home);
+        environment.insert(QStringLiteral("APPDATA"), home);
+        const QString output = OVTest::SandboxPath() + QStringLiteral("/out-statistics");
+
+        QCOMPARE(RunDemo({"--headless", "--adjust", "greyscale", "--output", output, Image("a.png"),
+                          Image("b.jpg")},
+                         environment)
+                     .status,
+                 0);
+        QCOMPARE(RunDemo({"--headless", Image("a.png")}, environment).status, 0);
+        {
+            QSettings user(home + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini"),
+                           QSettings::IniFormat);
+            user.setValue(QStringLiteral("Demo/SendStatistics"), false);
+        }
+        QCOMPARE(RunDemo({"--headless", Image("a.png")}, environment).status, 0);
+        collector.kill();
+        collector.waitForFinished();
+
+        QStringList identifications;
+        QList<QStringList> runs; // event types, one list per session
+        QList<double> sessions;
+        for (const QByteArray& line : collector.readAllStandardOutput().split('\n')) {
+            if (line.trimmed().isEmpty())
+                continue;
+            const QJsonObject post = QJsonDocument::fromJson(line).object();
+            const QJsonObject form = post.value(QStringLiteral("form")).toObject();
+            QCOMPARE(form.value(QStringLiteral("api_key")).toString(), QStringLiteral("ovdemo-key"));
+            if (post.value(QStringLiteral("path")).toString() == QLatin1String("/identification")) {
+                identifications << form.value(QStringLiteral("identification"))
+                                       .toObject()
+                                       .value(QStringLiteral("user_properties"))
+                                       .toObject()
+                                       .value(QStringLiteral("plan"))
+                                       .toString();
+                continue;
+            }
+            QCOMPARE(post.value(QStringLiteral("path")).toString(), QStringLiteral("/events"));
+            const QJsonObject event = form.value(QStringLiteral("event")).toObject();
+            const double session = event.value(QStringLiteral("session_id")).toDouble();
+            if (!sessions.contains(session)) {
+                sessions << session;
+                runs << QStringList();
+            }
+            runs[sessions.indexOf(session)] << event.value(QStringLiteral("event_type")).toString();
+        }
+        QCOMPARE(identifications, QStringList{QStringLiteral("demo")});
+        QCOMPARE(runs.size(), 2);
+        QCOMPARE(runs.at(0).first(), QStringLiteral("start"));
+        QStringList sorted = runs.at(0);
+        std::sort(sorted.begin(), sorted.end());
+        QCOMPARE(sorted, (QStringList{"adjust", "adjust", "export", "export", "open", "open", "start"}));
+        QCOMPARE(runs.at(1), (QStringList{"start", "open"}));
     }
 
     // The demo's German translation, made by lrelease at build time, once the user picked it.

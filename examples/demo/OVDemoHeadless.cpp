@@ -1,6 +1,7 @@
 #include "OVDemoHeadless.h"
 
 #include "OVDemoBatch.h"
+#include "OVDemoStatistics.h"
 
 #include "OVImageFileManager.h"
 
@@ -66,11 +67,19 @@ int OVDemoRunHeadless(OVDemoHost& host, const OVDemoHeadlessOptions& options)
         ++done;
         QString error = result.error;
         QString written;
+        if (error.isEmpty()) {
+            OVDemoStatistics::Send(OVDemoStatistics::Open, {{QStringLiteral("format"), result.format}});
+            for (const OVDemoAdjustment& step : options.steps)
+                OVDemoStatistics::Send(OVDemoStatistics::Adjust, {{QStringLiteral("adjustment"), step.uid}});
+        }
         if (error.isEmpty() && !options.outputFolder.isEmpty()) {
             written = OutputPath(options, result.path, taken);
             QString writeError;
             if (!host.Write(result.image, written, &writeError))
                 error = OVDemoHost::tr("cannot write %1: %2").arg(written, writeError);
+            else
+                OVDemoStatistics::Send(OVDemoStatistics::Export,
+                                       {{QStringLiteral("format"), options.format}});
         }
         if (terminal)
             err << "\r\033[K";

@@ -1,5 +1,7 @@
 #include "OVDemoHost.h"
 
+#include "OVDemoStatistics.h"
+
 #include "OVDemoLook.h"
 
 #include "OVDemoColour.h"
@@ -128,6 +130,7 @@ void OVDemoHost::Start()
 void OVDemoHost::UIReady()
 {
     OVApplication::UIReady();
+    OVDemoStatistics::Started();
 }
 
 void OVDemoHost::Stop()

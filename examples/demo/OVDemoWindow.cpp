@@ -3,10 +3,12 @@
 #include "OVDemoColour.h"
 #include "OVDemoLists.h"
 #include "OVDemoLook.h"
+#include "OVDemoStatistics.h"
 
 #include "OVAdjustment.h"
 #include "OVAdjustmentManager.h"
 #include "OVApplication.h"
+#include "OVEndpointMessanger.h"
 #include "OVImageFileManager.h"
 #include "OVMenuManager.h"
 #include "OVRecentManager.h"
@@ -50,7 +52,9 @@ enum HostEntry
     FileExport = 30,
     FileQuit = 1000,
     ImageAdjustments = 10,
-    HelpAbout = 10,
+    HelpStatistics = 20,
+    HelpFeedback = 30,
+    HelpAbout = 100,
 };
 
 QPixmap SplashPixmap()
@@ -72,6 +76,7 @@ QPixmap SplashPixmap()
 OVDemoWindow::OVDemoWindow(OVDemoHost& host, QWidget* parent)
     : QMainWindow(parent)
     , m_host(host)
+    , m_messenger(new OVEndpointMessanger)
 {
     setWindowTitle(tr("core demo editor"));
     setAcceptDrops(true);
@@ -200,6 +205,7 @@ void OVDemoWindow::BuildHelpMenu()
         QMessageBox::about(this, tr("About"),
                            tr("The demo host editor of the core library.\n\n%1").arg(m_host.PluginSummary()));
     });
+    OVDemoStatistics::AddMenuEntries(HelpStatistics, HelpFeedback, this, *m_messenger);
 }
 
 void OVDemoWindow::BuildToolBars()
@@ -266,6 +272,7 @@ void OVDemoWindow::OnOpened(const OVDemoImage& result)
         m_status->setText(tr("%1: %2").arg(QFileInfo(result.path).fileName(), result.error));
         return;
     }
+    OVDemoStatistics::Send(OVDemoStatistics::Open, {{QStringLiteral("format"), result.format}});
     m_documents << Document{result.path, result.image};
     if (OVRecentManager* recent = OVRecentManager::GetInstance())
         recent->PushRecent(result.path);
@@ -334,6 +341,7 @@ void OVDemoWindow::ApplyToCurrent(const OVDemoAdjustment& step)
     if (!document)
         return;
     document->image = OVDemoHost::Apply(document->image, {step});
+    OVDemoStatistics::Send(OVDemoStatistics::Adjust, {{QStringLiteral("adjustment"), step.uid}});
     ShowDocument(m_tabs->currentIndex());
 }
 
@@ -368,6 +376,8 @@ void OVDemoWindow::Export()
         m_status->setText(tr("Exported %1 (%2 x %3)").arg(path).arg(image.width()).arg(image.height()));
         if (OVRecentManager* recent = OVRecentManager::GetInstance())
             recent->PushRecent(path);
+        OVDemoStatistics::Send(OVDemoStatistics::Export,
+                               {{QStringLiteral("format"), QFileInfo(path).suffix().toLower()}});
     } else {
         QMessageBox::warning(this, tr("Export"), tr("%1 could not be written: %2").arg(path, error));
     }

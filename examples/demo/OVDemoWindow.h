@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class OVEndpointMessanger;
 class QLabel;
 class QProgressDialog;
 class QSplashScreen;
@@ -72,4 +73,6 @@ private:
     QString m_autoScreenshot;
     bool m_autoQuit = false;
     bool m_automating = false;
+    // Last, so that it is destroyed first: its worker may still hand a reply to this window.
+    std::unique_ptr<OVEndpointMessanger> m_messenger;
 };

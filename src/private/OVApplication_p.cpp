@@ -12,6 +12,9 @@
 #include <QProcessEnvironment>
 #include <QSettings>
 
+#include "private/OVCoreConfig_p.h"
+#include "private/OVStatisticsClient_p.h"
+
 namespace {
 
 IBrushFactory* s_brushFactory = nullptr;
@@ -32,10 +35,23 @@ OVApplicationPrivate::~OVApplicationPrivate()
     KXExportSizesPrivate::Release();
     // The plug-in records go without unloading their libraries: unloading is the host's call,
     // and a library unloaded behind its back would take code it may still run with it.
+
+    // Each waits for the post it is sending and drops what is still queued.
+    delete configuredClient;
+    delete statisticsClient;
 }
 
 void OVApplicationPrivate::Start()
 {
+    // The statistics clients come first: the events client reads its own configuration, the
+    // identification client is given the field name, the endpoint and the key, read in that
+    // order.
+    statisticsClient = new StatisticsClient;
+    const QString identificationField = ReadCoreConfigValue(QStringLiteral("node1/A4"));
+    const QString identificationEndpoint = ReadCoreConfigValue(QStringLiteral("node1/A3"));
+    const QString apiKey = ReadCoreConfigValue(QStringLiteral("node1/A0"));
+    configuredClient = new StatisticsClient(apiKey, identificationEndpoint, identificationField);
+
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     QCoreApplication::setAttribute(Qt::AA_DontShowIconsInMenus, true);
 

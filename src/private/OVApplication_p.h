@@ -13,6 +13,7 @@ class QPluginLoader;
 class IBrushFactory;
 class OVApplication;
 class OVColorWidget;
+class StatisticsClient;
 
 // One attempt to load a plug-in library, kept in attempt order.
 struct PluginRecord
@@ -74,4 +75,6 @@ public:
     QColor recentColor;
     QColor recentPicker;
     OVColorWidget* colorWidget = nullptr;
+    StatisticsClient* statisticsClient = nullptr; // owned: the events client
+    StatisticsClient* configuredClient = nullptr; // owned: the identification client
 };

@@ -235,6 +235,33 @@
     </message>
 </context>
 <context>
+    <name>OVDemoStatistics</name>
+    <message>
+        <source>Send Usage &amp;Statistics</source>
+        <translation>Nutzungs&amp;statistik senden</translation>
+    </message>
+    <message>
+        <source>Send &amp;Feedback...</source>
+        <translation>&amp;Rückmeldung senden...</translation>
+    </message>
+    <message>
+        <source>Send Feedback</source>
+        <translation>Rückmeldung senden</translation>
+    </message>
+    <message>
+        <source>What would you like to tell us?</source>
+        <translation>Was möchten Sie uns mitteilen?</translation>
+    </message>
+    <message>
+        <source>No reply from %1.</source>
+        <translation>Keine Antwort von %1.</translation>
+    </message>
+    <message>
+        <source>Feedback</source>
+        <translation>Rückmeldung</translation>
+    </message>
+</context>
+<context>
     <name>OVDemoWindow</name>
     <message>
         <source>core demo editor</source>

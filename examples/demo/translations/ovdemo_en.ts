@@ -235,6 +235,33 @@
     </message>
 </context>
 <context>
+    <name>OVDemoStatistics</name>
+    <message>
+        <source>Send Usage &amp;Statistics</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Send &amp;Feedback...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Send Feedback</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What would you like to tell us?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No reply from %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Feedback</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>OVDemoWindow</name>
     <message>
         <source>core demo editor</source>

@@ -1,0 +1,118 @@
+#include "OVDemoStatistics.h"
+
+#include "OVDemoCoreConfig.h"
+
+#include "OVApplication.h"
+#include "OVEndpointMessanger.h"
+#include "OVMenuManager.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QInputDialog>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMessageBox>
+#include <QPointer>
+
+namespace {
+
+const QString kEnabledKey = QStringLiteral("Demo/SendStatistics");
+const QString kIdentifiedKey = QStringLiteral("Demo/Identified");
+
+const char* EventName(OVDemoStatistics::Event event)
+{
+    switch (event) {
+    case OVDemoStatistics::Start:
+        return "start";
+    case OVDemoStatistics::Open:
+        return "open";
+    case OVDemoStatistics::Adjust:
+        return "adjust";
+    case OVDemoStatistics::Export:
+        return "export";
+    }
+    return "unknown";
+}
+
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("OVDemoStatistics", text);
+}
+
+} // namespace
+
+namespace OVDemoStatistics {
+
+bool IsEnabled()
+{
+    return OVApplication::GetUserValue(kEnabledKey, true).toBool();
+}
+
+void SetEnabled(bool enabled)
+{
+    OVApplication::SetUserValue(kEnabledKey, enabled);
+}
+
+void Started()
+{
+    if (!IsEnabled())
+        return;
+    if (!OVApplication::GetUserValue(kIdentifiedKey, false).toBool()) {
+        OVApplication::SendIdentificationEvent(QStringLiteral("demo"), QStringLiteral("examples"), QString(),
+                                               QCoreApplication::applicationVersion());
+        OVApplication::SetUserValue(kIdentifiedKey, true);
+    }
+    Send(Start);
+}
+
+void Send(Event event, std::map<QString, QString> properties)
+{
+    if (IsEnabled())
+        OVApplication::SendStatisticsEvent(QLatin1String(EventName(event)), int(event),
+                                           std::move(properties));
+}
+
+void AddMenuEntries(int statisticsId, int feedbackId, QWidget* window, OVEndpointMessanger& messenger)
+{
+    if (QAction* toggle = OVMenuManager::CreateAction(OVMenuManager::Help, statisticsId)) {
+        toggle->setText(Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "Send Usage &Statistics")));
+        toggle->setCheckable(true);
+        toggle->setChecked(IsEnabled());
+        QObject::connect(toggle, &QAction::toggled, toggle, &SetEnabled);
+    }
+    QAction* feedback = OVMenuManager::CreateAction(OVMenuManager::Help, feedbackId);
+    if (!feedback)
+        return;
+    feedback->setText(Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "Send &Feedback...")));
+    const unsigned int endpoint =
+        messenger.RegisterEndpoint(OVDemoCoreConfig::CollectorUrl() + QStringLiteral("/feedback"), QString(),
+                                   QString(), QStringLiteral("application/json"));
+    QObject::connect(feedback, &QAction::triggered, window, [window, &messenger, endpoint] {
+        bool ok = false;
+        const QString text = QInputDialog::getMultiLineText(
+            window, Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "Send Feedback")),
+            Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "What would you like to tell us?")), QString(), &ok);
+        if (!ok || text.trimmed().isEmpty())
+            return;
+        const QJsonDocument message(
+            QJsonObject{{QStringLiteral("feedback"), text},
+                        {QStringLiteral("language"), OVApplication::GetInstance()->GetLanguage()}});
+        // The reply arrives on the messenger's worker thread; the window shows it.
+        QPointer<QWidget> target(window);
+        messenger.PostMessage(endpoint, message, [target](const QByteArray& reply) {
+            QMetaObject::invokeMethod(
+                target.data(),
+                [target, reply] {
+                    const QString answer =
+                        reply.isEmpty() ? Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "No reply from %1."))
+                                              .arg(OVDemoCoreConfig::CollectorUrl())
+                                        : QString::fromUtf8(reply);
+                    QMessageBox::information(target, Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "Feedback")),
+                                             answer);
+                },
+                Qt::QueuedConnection);
+        });
+    });
+}
+
+} // namespace OVDemoStatistics

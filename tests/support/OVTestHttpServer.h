@@ -1,0 +1,93 @@
+#pragma once
+
+// A small HTTP/1.1 server for the tests, on 127.0.0.1 only, served from a thread of its own so
+// that a test can block on a wait while the code under test talks to it.
+
+#include <QByteArray>
+#include <QList>
+#include <QMap>
+#include <QMutex>
+#include <QPair>
+#include <QString>
+#include <QWaitCondition>
+
+#include <memory>
+
+class QThread;
+
+namespace OVTest {
+
+struct HttpRequest
+{
+    QByteArray method;
+    QByteArray path;
+    QList<QPair<QByteArray, QByteArray>> headers; // as received, in order
+    QByteArray body;
+
+    // The value of the first header of that name (any case), or a null array.
+    QByteArray Header(const QByteArray& name) const;
+};
+
+class HttpServer
+{
+public:
+    enum class Answer
+    {
+        Ok,            // 200 with the body
+        ServerError,   // 500 with the body
+        BasicAuth,     // 401 with a basic challenge until the request carries Authorization; then 200
+        CloseMidReply, // the head of a 200 that promises more than it sends, then the connection drops
+        Hold           // recorded at once, answered 200 with the body only by Release()
+    };
+
+    HttpServer();
+    ~HttpServer();
+    HttpServer(const HttpServer&) = delete;
+    HttpServer& operator=(const HttpServer&) = delete;
+
+    // Serves from a free port of 127.0.0.1, or from the listening socket given (see
+    // ListenBeforeQt). Needs the Qt application object.
+    bool Start(qintptr listeningSocket = -1);
+    quint16 Port() const { return m_port; }
+    QString Url(const QString& path) const;
+
+    // How requests for path are answered; paths not set get Ok with the body "ok".
+    void SetAnswer(const QByteArray& path, Answer answer, const QByteArray& body = QByteArray("ok"));
+    // Answers every held request.
+    void Release();
+
+    // Waits until at least count requests have been recorded since the last Clear().
+    bool WaitForRequests(int count, int timeoutMs = 60000);
+    QList<HttpRequest> Requests() const;
+    void Clear();
+
+    // A listening socket on a free port of 127.0.0.1, made without Qt, for a test that must
+    // know its server's address before the application object exists. Returns -1 on failure.
+    static qintptr ListenBeforeQt(quint16* port);
+
+private:
+    friend class HttpConnection;
+    struct Route
+    {
+        Answer answer = Answer::Ok;
+        QByteArray body = "ok";
+    };
+    Route RouteFor(const QByteArray& path) const;
+    void Record(const HttpRequest& request);
+
+    class Worker;
+    mutable QMutex m_mutex;
+    QWaitCondition m_recorded;
+    QList<HttpRequest> m_requests;
+    QMap<QByteArray, Route> m_routes;
+    quint16 m_port = 0;
+    std::unique_ptr<QThread> m_thread;
+    Worker* m_worker = nullptr; // lives in m_thread
+};
+
+// Registers a telemetry configuration ":core" (made by rcc from the hexadecimal text of the XML)
+// that names this address: "k3y&=" as the key, "<url>/events" and "<url>/identify" as the two
+// endpoints and "event_json" and "ident_json" as the two form fields. Needs no Qt application.
+bool RegisterTelemetryConfig(quint16 port);
+
+} // namespace OVTest
