@@ -12,6 +12,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QSet>
 #include <QSettings>
 #include <QStandardPaths>
@@ -249,8 +250,8 @@ private slots:
 
     // The statistics end to end: the collector on a free loopback port, the headless host pointed
     // at it by OVDEMO_COLLECTOR_PORT, three runs: the first identifies the installation and
-    // reports its start, opens, adjustments and exports; the second only its start and open; the
-    // third, opted out, nothing.
+    // reports its start, opens, adjustments and exports; the second only its start and open, and
+    // posts feedback through the endpoint messenger; the third, opted out, sends no statistics.
     void statistics()
     {
         QProcess collector;
@@ -271,7 +272,14 @@ private slots:
                          environment)
                      .status,
                  0);
-        QCOMPARE(RunDemo({"--headless", Image("a.png")}, environment).status, 0);
+        const Run second =
+            RunDemo({"--headless", "--feedback", "Hello from the test", Image("a.png")}, environment);
+        QCOMPARE(second.status, 0);
+        // The collector answers with the number of posts it has had so far, which the statistics
+        // posted meanwhile make unpredictable.
+        const QStringList replies = second.lines.filter(QRegularExpression(
+            QStringLiteral("^Feedback reply: \\{\"received\":\\d+,\"reply\":\"Thank you.\"\\}$")));
+        QVERIFY2(replies.size() == 1, qPrintable(second.lines.join(QLatin1Char('\n'))));
         {
             QSettings user(home + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini"),
                            QSettings::IniFormat);
@@ -282,6 +290,7 @@ private slots:
         collector.waitForFinished();
 
         QStringList identifications;
+        QStringList feedback;
         QList<QStringList> runs; // event types, one list per session
         QList<double> sessions;
         for (const QByteArray& line : collector.readAllStandardOutput().split('\n')) {
@@ -289,6 +298,13 @@ private slots:
                 continue;
             const QJsonObject post = QJsonDocument::fromJson(line).object();
             const QJsonObject form = post.value(QStringLiteral("form")).toObject();
+            if (post.value(QStringLiteral("path")).toString() == QLatin1String("/feedback")) {
+                feedback << post.value(QStringLiteral("json"))
+                                .toObject()
+                                .value(QStringLiteral("feedback"))
+                                .toString();
+                continue;
+            }
             QCOMPARE(form.value(QStringLiteral("api_key")).toString(), QStringLiteral("ovdemo-key"));
             if (post.value(QStringLiteral("path")).toString() == QLatin1String("/identification")) {
                 identifications << form.value(QStringLiteral("identification"))
@@ -309,6 +325,7 @@ private slots:
             runs[sessions.indexOf(session)] << event.value(QStringLiteral("event_type")).toString();
         }
         QCOMPARE(identifications, QStringList{QStringLiteral("demo")});
+        QCOMPARE(feedback, QStringList{QStringLiteral("Hello from the test")});
         QCOMPARE(runs.size(), 2);
         QCOMPARE(runs.at(0).first(), QStringLiteral("start"));
         QStringList sorted = runs.at(0);

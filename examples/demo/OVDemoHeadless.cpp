@@ -3,9 +3,11 @@
 #include "OVDemoBatch.h"
 #include "OVDemoStatistics.h"
 
+#include "OVEndpointMessanger.h"
 #include "OVImageFileManager.h"
 
 #include <QDir>
+#include <QEventLoop>
 #include <QFileInfo>
 #include <QSet>
 #include <QTextStream>
@@ -109,6 +111,17 @@ int OVDemoRunHeadless(OVDemoHost& host, const OVDemoHeadlessOptions& options)
     if (terminal)
         err << "\r\033[K";
     err.flush();
+
+    if (!options.feedback.isEmpty()) {
+        OVEndpointMessanger messenger;
+        QEventLoop loop;
+        OVDemoStatistics::SendFeedback(messenger, OVDemoStatistics::FeedbackEndpoint(messenger),
+                                       options.feedback, &loop, [&out, &loop](const QString& reply) {
+                                           out << OVDemoHost::tr("Feedback reply: %1").arg(reply) << '\n';
+                                           loop.quit();
+                                       });
+        loop.exec();
+    }
 
     out << OVDemoHost::tr("%1 of %2 files done, %3 failed")
                .arg(done - failures)

@@ -12,6 +12,7 @@ struct OVDemoHeadlessOptions
     QList<OVDemoAdjustment> steps;
     QString outputFolder; // empty: nothing is written
     QString format = QStringLiteral("png");
+    QString feedback; // sent to the collector at the end when not empty
 };
 
 // Opens the files through the readers pool, applies the steps, writes the results and prints

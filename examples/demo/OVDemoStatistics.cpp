@@ -12,7 +12,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMessageBox>
-#include <QPointer>
 
 namespace {
 
@@ -72,6 +71,31 @@ void Send(Event event, std::map<QString, QString> properties)
                                            std::move(properties));
 }
 
+unsigned int FeedbackEndpoint(OVEndpointMessanger& messenger)
+{
+    return messenger.RegisterEndpoint(OVDemoCoreConfig::CollectorUrl() + QStringLiteral("/feedback"),
+                                      QString(), QString(), QStringLiteral("application/json"));
+}
+
+void SendFeedback(OVEndpointMessanger& messenger, unsigned int endpoint, const QString& text,
+                  QObject* context, std::function<void(const QString&)> done)
+{
+    const QJsonDocument message(
+        QJsonObject{{QStringLiteral("feedback"), text},
+                    {QStringLiteral("language"), OVApplication::GetInstance()->GetLanguage()}});
+    // The reply arrives on the messenger's worker thread and is handed to the context's thread.
+    messenger.PostMessage(endpoint, message, [context, done](const QByteArray& reply) {
+        QMetaObject::invokeMethod(
+            context,
+            [done, reply] {
+                done(reply.isEmpty() ? Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "No reply from %1."))
+                                           .arg(OVDemoCoreConfig::CollectorUrl())
+                                     : QString::fromUtf8(reply));
+            },
+            Qt::QueuedConnection);
+    });
+}
+
 void AddMenuEntries(int statisticsId, int feedbackId, QWidget* window, OVEndpointMessanger& messenger)
 {
     if (QAction* toggle = OVMenuManager::CreateAction(OVMenuManager::Help, statisticsId)) {
@@ -84,9 +108,7 @@ void AddMenuEntries(int statisticsId, int feedbackId, QWidget* window, OVEndpoin
     if (!feedback)
         return;
     feedback->setText(Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "Send &Feedback...")));
-    const unsigned int endpoint =
-        messenger.RegisterEndpoint(OVDemoCoreConfig::CollectorUrl() + QStringLiteral("/feedback"), QString(),
-                                   QString(), QStringLiteral("application/json"));
+    const unsigned int endpoint = FeedbackEndpoint(messenger);
     QObject::connect(feedback, &QAction::triggered, window, [window, &messenger, endpoint] {
         bool ok = false;
         const QString text = QInputDialog::getMultiLineText(
@@ -94,23 +116,9 @@ void AddMenuEntries(int statisticsId, int feedbackId, QWidget* window, OVEndpoin
             Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "What would you like to tell us?")), QString(), &ok);
         if (!ok || text.trimmed().isEmpty())
             return;
-        const QJsonDocument message(
-            QJsonObject{{QStringLiteral("feedback"), text},
-                        {QStringLiteral("language"), OVApplication::GetInstance()->GetLanguage()}});
-        // The reply arrives on the messenger's worker thread; the window shows it.
-        QPointer<QWidget> target(window);
-        messenger.PostMessage(endpoint, message, [target](const QByteArray& reply) {
-            QMetaObject::invokeMethod(
-                target.data(),
-                [target, reply] {
-                    const QString answer =
-                        reply.isEmpty() ? Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "No reply from %1."))
-                                              .arg(OVDemoCoreConfig::CollectorUrl())
-                                        : QString::fromUtf8(reply);
-                    QMessageBox::information(target, Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "Feedback")),
-                                             answer);
-                },
-                Qt::QueuedConnection);
+        // The messenger goes before the window, so no reply can arrive for a window that is gone.
+        SendFeedback(messenger, endpoint, text, window, [window](const QString& reply) {
+            QMessageBox::information(window, Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "Feedback")), reply);
         });
     });
 }

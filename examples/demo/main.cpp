@@ -64,6 +64,11 @@ int main(int argc, char** argv)
                                         OVDemoHost::tr("Quit once the images are open (and adjusted)."));
     const QCommandLineOption verboseOption(
         QStringLiteral("verbose"), OVDemoHost::tr("Show the library's diagnostics in the headless mode."));
+    const QCommandLineOption feedbackOption(
+        QStringLiteral("feedback"),
+        OVDemoHost::tr("Headless: send this feedback to the collector and print the reply."),
+        QStringLiteral("text"));
+    parser.addOption(feedbackOption);
     parser.addOptions({headlessOption, verboseOption, adjustOption, outputOption, formatOption,
                        screenshotOption, quitOption});
     parser.addPositionalArgument(QStringLiteral("images"), OVDemoHost::tr("Images to open."),
@@ -97,6 +102,7 @@ int main(int argc, char** argv)
         options.steps = steps;
         options.outputFolder = parser.value(outputOption);
         options.format = parser.value(formatOption).toLower();
+        options.feedback = parser.value(feedbackOption);
         status = OVDemoRunHeadless(host, options);
     } else {
         window->Build();

@@ -159,6 +159,14 @@
         <source>Show the library&apos;s diagnostics in the headless mode.</source>
         <translation>Die Diagnosemeldungen der Bibliothek im Modus ohne Fenster zeigen.</translation>
     </message>
+    <message>
+        <source>Headless: send this feedback to the collector and print the reply.</source>
+        <translation>Ohne Fenster: diese Rückmeldung an den Sammler senden und die Antwort zeigen.</translation>
+    </message>
+    <message>
+        <source>Feedback reply: %1</source>
+        <translation>Antwort auf die Rückmeldung: %1</translation>
+    </message>
 </context>
 <context>
     <name>OVDemoLists</name>

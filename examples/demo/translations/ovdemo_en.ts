@@ -159,6 +159,14 @@
         <source>Show the library&apos;s diagnostics in the headless mode.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Headless: send this feedback to the collector and print the reply.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Feedback reply: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>OVDemoLists</name>
