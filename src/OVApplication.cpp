@@ -1,11 +1,13 @@
 #include "OVApplication.h"
 
 #include "OVPluginContainer.h"
+#include "platform/OVPlatform.h"
 #include "private/OVApplication_p.h"
 #include "private/OVBuildLog_p.h"
 #include "private/OVLanguages_p.h"
 #include "private/OVLook_p.h"
 #include "private/OVPluginLoader_p.h"
+#include "private/OVStatisticsClient_p.h"
 
 #include <QDir>
 #include <QEvent>
@@ -13,6 +15,8 @@
 #include <QFileInfo>
 #include <QPluginLoader>
 #include <QRegularExpression>
+
+#include <atomic>
 
 namespace {
 
@@ -94,26 +98,15 @@ void OVApplication::UIReady()
 
 // Statistics
 
-#include "private/OVStatisticsClient_p.h"
-
-#include <atomic>
-
 namespace {
 
 const QString kStatisticsEnabledKey = QStringLiteral("Statistics/Enabled");
-
-// The user's choice: -1 until it is first needed, then 0 or 1. It is read from "user.ini"
-// once and afterwards only changed by SetStatisticsEnabled.
-std::atomic<int> s_statisticsEnabled{-1};
 
 // The client to queue on, or null without an application object or while statistics are off.
 StatisticsClient* StatisticsTarget(StatisticsClient* OVApplicationPrivate::*client)
 {
     OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    if (!d)
-        return nullptr;
-    const int enabled = s_statisticsEnabled.load(std::memory_order_relaxed);
-    return (enabled < 0 ? OVApplication::IsStatisticsEnabled() : enabled == 1) ? d->*client : nullptr;
+    return d && d->statisticsEnabled ? d->*client : nullptr;
 }
 
 } // namespace
@@ -151,24 +144,17 @@ void OVApplication::ChangeStatisticsSession()
 
 void OVApplication::SetStatisticsEnabled(bool enabled)
 {
-    if (!GetInstance())
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    if (!d)
         return;
-    s_statisticsEnabled = enabled ? 1 : 0;
+    d->statisticsEnabled = enabled;
     SetUserValue(kStatisticsEnabledKey, enabled);
 }
 
 bool OVApplication::IsStatisticsEnabled()
 {
-    if (!GetInstance())
-        return false;
-    int enabled = s_statisticsEnabled;
-    if (enabled < 0) {
-        const int stored = GetUserValue(kStatisticsEnabledKey, true).toBool() ? 1 : 0;
-        // A concurrent first reader or a SetStatisticsEnabled that came first wins.
-        s_statisticsEnabled.compare_exchange_strong(enabled, stored);
-        enabled = s_statisticsEnabled;
-    }
-    return enabled == 1;
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    return d && d->statisticsEnabled;
 }
 
 // Plug-ins
@@ -702,10 +688,6 @@ void OVApplication::SetColorManagementColorSpaceMismatchPolicy(ColorManagementCo
 }
 
 // Platform information
-
-#include "platform/OVPlatform.h"
-
-#include <atomic>
 
 namespace {
 

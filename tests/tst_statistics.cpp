@@ -158,8 +158,8 @@ void TestStatistics::identification()
                            {"system_region", GetSystemRegion()}};
     const QJsonObject expected{{"app_version", "2.9.0.8191"},
                                {"device_id", MakeDeviceId()},
-                               {"platform", "Linux"},
-                               {"os_name", "Linux"},
+                               {"platform", "Windows"},
+                               {"os_name", "Windows"},
                                {"os_version", OVApplication::GetOSVersionString()},
                                {"language", "de"},
                                {"user_properties", user}};

@@ -78,6 +78,7 @@ void OVApplicationPrivate::Start()
 
     translationsDir = QDir(OVApplication::GetResourcePath() + QStringLiteral("/translations")).absolutePath();
     languages = OVLanguages(*this).Scan();
+    statisticsEnabled = ReadValue(userIniPath, QStringLiteral("Statistics/Enabled"), true).toBool();
 
     KXExportResolutionsPrivate::LoadInstance(userDataFolder + KXExportResolutionTable::FileName());
     KXExportSizesPrivate::LoadInstance(userDataFolder + KXExportSizeTable::FileName());

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <atomic>
 #include <vector>
 
 class QAction;
@@ -75,6 +76,9 @@ public:
     QColor recentColor;
     QColor recentPicker;
     OVColorWidget* colorWidget = nullptr;
+    // The user's statistics choice, read from "user.ini" at start-up; the senders may read it
+    // from any thread.
+    std::atomic<bool> statisticsEnabled{true};
     StatisticsClient* statisticsClient = nullptr; // owned: the events client
     StatisticsClient* configuredClient = nullptr; // owned: the identification client
 };

@@ -31,13 +31,10 @@ QString AppVersion()
     return QStringLiteral("2.9.0.") + build;
 }
 
+// The collection service knows the editor's one platform by this name, whatever the build.
 QString PlatformName()
 {
-#ifdef Q_OS_WIN
     return QStringLiteral("Windows");
-#else
-    return QStringLiteral("Linux");
-#endif
 }
 
 } // namespace
