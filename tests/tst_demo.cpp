@@ -283,7 +283,7 @@ private slots:
         {
             QSettings user(home + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini"),
                            QSettings::IniFormat);
-            user.setValue(QStringLiteral("Demo/SendStatistics"), false);
+            user.setValue(QStringLiteral("Statistics/Enabled"), false);
         }
         QCOMPARE(RunDemo({"--headless", Image("a.png")}, environment).status, 0);
         collector.kill();

@@ -15,7 +15,6 @@
 
 namespace {
 
-const QString kEnabledKey = QStringLiteral("Demo/SendStatistics");
 const QString kIdentifiedKey = QStringLiteral("Demo/Identified");
 
 const char* EventName(OVDemoStatistics::Event event)
@@ -42,19 +41,9 @@ QString Tr(const char* text)
 
 namespace OVDemoStatistics {
 
-bool IsEnabled()
-{
-    return OVApplication::GetUserValue(kEnabledKey, true).toBool();
-}
-
-void SetEnabled(bool enabled)
-{
-    OVApplication::SetUserValue(kEnabledKey, enabled);
-}
-
 void Started()
 {
-    if (!IsEnabled())
+    if (!OVApplication::IsStatisticsEnabled())
         return;
     if (!OVApplication::GetUserValue(kIdentifiedKey, false).toBool()) {
         OVApplication::SendIdentificationEvent(QStringLiteral("demo"), QStringLiteral("examples"), QString(),
@@ -66,7 +55,7 @@ void Started()
 
 void Send(Event event, std::map<QString, QString> properties)
 {
-    if (IsEnabled())
+    if (OVApplication::IsStatisticsEnabled())
         OVApplication::SendStatisticsEvent(QLatin1String(EventName(event)), int(event),
                                            std::move(properties));
 }
@@ -101,8 +90,8 @@ void AddMenuEntries(int statisticsId, int feedbackId, QWidget* window, OVEndpoin
     if (QAction* toggle = OVMenuManager::CreateAction(OVMenuManager::Help, statisticsId)) {
         toggle->setText(Tr(QT_TRANSLATE_NOOP("OVDemoStatistics", "Send Usage &Statistics")));
         toggle->setCheckable(true);
-        toggle->setChecked(IsEnabled());
-        QObject::connect(toggle, &QAction::toggled, toggle, &SetEnabled);
+        toggle->setChecked(OVApplication::IsStatisticsEnabled());
+        QObject::connect(toggle, &QAction::toggled, toggle, &OVApplication::SetStatisticsEnabled);
     }
     QAction* feedback = OVMenuManager::CreateAction(OVMenuManager::Help, feedbackId);
     if (!feedback)

@@ -11,8 +11,8 @@ class QObject;
 class QWidget;
 
 // The demo's usage statistics: the installation identifies itself once, then every start,
-// open, adjustment and export is an event, all unless the user opted out. The events go to
-// the collector that the demo's ":core" names.
+// open, adjustment and export is an event, all unless the user opted out (the application's
+// statistics switch). The events go to the collector that the demo's ":core" names.
 namespace OVDemoStatistics {
 
 enum Event
@@ -23,9 +23,6 @@ enum Event
     Export = 4
 };
 
-// The opt-out, kept in "user.ini" under "Demo/SendStatistics" (default on).
-bool IsEnabled();
-void SetEnabled(bool enabled);
 // Sends the identification once per profile, then the start event.
 void Started();
 void Send(Event event, std::map<QString, QString> properties = {});
