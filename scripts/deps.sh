@@ -15,6 +15,7 @@ OV_PACKAGES=(
     libclang-rt-14-dev
     icc-profiles-free
     colord
+    xvfb
 )
 
 ov_ensure_packages() {

@@ -1,110 +1,118 @@
-// The demo host: starts the editor's application object and its registries the way the editor
-// does, shows what it worked out, builds a menu bar and a tool group from the registries, and
-// shuts down in the editor's order.
+// The demo host editor. It starts the editor's application object, its registries and the
+// sample plug-ins in the editor's order, then either shows a small editor window or, with
+// --headless, opens the given images through the readers pool, adjusts and writes them, and
+// prints one line per file. It shuts down in the editor's order in both modes.
 
-#include <KXExportResolutions.h>
-#include <KXExportSizes.h>
-#include <OVActivateAction.h>
-#include <OVAdjustmentManager.h>
-#include <OVApplication.h>
-#include <OVBrushToolManager.h>
-#include <OVImageFileManager.h>
-#include <OVMenuManager.h>
-#include <OVRecentManager.h>
-#include <OVToolBarManager.h>
-#include <OVToolGroupManager.h>
-#include <OVToolWidgetManager.h>
+#include "OVDemoCoreConfig.h"
+#include "OVDemoHeadless.h"
+#include "OVDemoHost.h"
+#include "OVDemoWindow.h"
 
-#include <QAction>
-#include <QDateTime>
-#include <QMenu>
-#include <QMenuBar>
+#include "OVApplication.h"
+
+#include <QCommandLineParser>
+#include <QLoggingCategory>
 #include <QTextStream>
 
-#include <memory>
+#include <cstring>
 
 namespace {
 
-// Each registry's InitInstance, and its ReleaseInstance for shutdown.
-struct Registry
+bool HasArgument(int argc, char** argv, const char* name)
 {
-    void (*init)();
-    void (*release)();
-};
-
-const Registry kRegistries[] = {
-    {&OVImageFileManager::InitInstance, &OVImageFileManager::ReleaseInstance},
-    {&OVAdjustmentManager::InitInstance, &OVAdjustmentManager::ReleaseInstance},
-    {&OVBrushToolManager::InitInstance, &OVBrushToolManager::ReleaseInstance},
-    {&OVMenuManager::InitInstance, &OVMenuManager::ReleaseInstance},
-    {&OVRecentManager::InitInstance, &OVRecentManager::ReleaseInstance},
-    {&OVToolBarManager::InitInstance, &OVToolBarManager::ReleaseInstance},
-    {&OVToolWidgetManager::InitInstance, &OVToolWidgetManager::ReleaseInstance},
-    {&OVToolGroupManager::InitInstance, &OVToolGroupManager::ReleaseInstance},
-};
-
-// The menu bar as one line: "File: Open, Save | Help: About".
-QString Describe(const QMenuBar& bar)
-{
-    QStringList menus;
-    for (QAction* menu : bar.actions()) {
-        QStringList entries;
-        for (QAction* entry : menu->menu()->actions())
-            entries << entry->text();
-        menus << menu->text() + QStringLiteral(": ") + entries.join(QStringLiteral(", "));
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], name) == 0)
+            return true;
     }
-    return menus.join(QStringLiteral(" | "));
+    return false;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
+    // The headless mode needs no display.
+    const bool headless = HasArgument(argc, argv, "--headless");
+    if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The library's diagnostics would mix with the lines scripts read; --verbose shows them.
+    if (headless && !HasArgument(argc, argv, "--verbose"))
+        QLoggingCategory::setFilterRules(QStringLiteral("ovcore.debug=false"));
+
+    // The statistics clients read their configuration while the application object is made.
+    OVDemoCoreConfig::Register();
     OVApplication app(argc, argv);
-    QTextStream out(stdout);
+    QCoreApplication::setApplicationName(QStringLiteral("ovdemo"));
 
-    out << "Data folder:      " << OVApplication::GetDataFolder() << '\n';
-    out << "User data folder: " << OVApplication::GetUserDataFolder() << '\n';
-    out << "Resource folder:  " << OVApplication::GetResourcePath() << '\n';
+    QCommandLineParser parser;
+    parser.setApplicationDescription(OVDemoHost::tr("The demo host editor of the core library."));
+    parser.addHelpOption();
+    const QCommandLineOption headlessOption(QStringLiteral("headless"),
+                                            OVDemoHost::tr("Process the images without a window."));
+    const QCommandLineOption adjustOption(
+        QStringLiteral("adjust"), OVDemoHost::tr("Apply an adjustment, e.g. brightness=20 or greyscale."),
+        QStringLiteral("adjustment"));
+    const QCommandLineOption outputOption(QStringLiteral("output"),
+                                          OVDemoHost::tr("Write the results into this folder."),
+                                          QStringLiteral("folder"));
+    const QCommandLineOption formatOption(QStringLiteral("format"), OVDemoHost::tr("Format of the results."),
+                                          QStringLiteral("suffix"), QStringLiteral("png"));
+    const QCommandLineOption screenshotOption(
+        QStringLiteral("screenshot"),
+        OVDemoHost::tr("Save a picture of the window once the images are open."), QStringLiteral("file"));
+    const QCommandLineOption quitOption(QStringLiteral("quit"),
+                                        OVDemoHost::tr("Quit once the images are open (and adjusted)."));
+    const QCommandLineOption verboseOption(
+        QStringLiteral("verbose"), OVDemoHost::tr("Show the library's diagnostics in the headless mode."));
+    const QCommandLineOption feedbackOption(
+        QStringLiteral("feedback"),
+        OVDemoHost::tr("Headless: send this feedback to the collector and print the reply."),
+        QStringLiteral("text"));
+    parser.addOption(feedbackOption);
+    parser.addOptions({headlessOption, verboseOption, adjustOption, outputOption, formatOption,
+                       screenshotOption, quitOption});
+    parser.addPositionalArgument(QStringLiteral("images"), OVDemoHost::tr("Images to open."),
+                                 QStringLiteral("[images...]"));
+    parser.process(app);
 
-    // A settings round trip through "user.ini".
-    const QString stamp = QDateTime::currentDateTime().toString(Qt::ISODate);
-    OVApplication::SetUserValue(QStringLiteral("Demo/LastRun"), stamp);
-    out << "Settings round trip: wrote " << stamp << ", read "
-        << OVApplication::GetUserValue(QStringLiteral("Demo/LastRun")).toString() << " (user.ini version "
-        << OVApplication::GetUserValue(OVApplication::Version).toString() << ")\n";
+    OVDemoHost host;
+    std::unique_ptr<OVDemoWindow> window;
+    if (!headless) {
+        window.reset(new OVDemoWindow(host));
+        window->ShowSplash();
+    }
+    host.Start();
 
-    for (const Registry& registry : kRegistries)
-        registry.init();
+    QList<OVDemoAdjustment> steps;
+    for (const QString& text : parser.values(adjustOption)) {
+        OVDemoAdjustment step;
+        QString error;
+        if (!OVDemoHost::ParseAdjustment(text, &step, &error)) {
+            QTextStream(stderr) << error << '\n';
+            return 2;
+        }
+        steps << step;
+    }
 
-    // Contributors enter menus and entries in any order; the bar shows them by role and id.
-    std::unique_ptr<QMenu> help(OVMenuManager::CreateMenu(OVMenuManager::Help, QStringLiteral("Help")));
-    OVMenuManager::CreateAction(OVMenuManager::Help, 10)->setText(QStringLiteral("About"));
-    std::unique_ptr<QMenu> file(OVMenuManager::CreateMenu(OVMenuManager::File, QStringLiteral("File")));
-    OVMenuManager::CreateAction(OVMenuManager::File, 20)->setText(QStringLiteral("Save"));
-    OVMenuManager::CreateAction(OVMenuManager::File, 10)->setText(QStringLiteral("Open"));
-    QMenuBar bar;
-    OVMenuManager::Setup(&bar);
-    out << "Menu bar: " << Describe(bar) << '\n';
-
-    // Two tools in one group: choosing the second unchecks the first.
-    OVActivateAction brush;
-    OVActivateAction eraser;
-    OVToolGroupManager::Add(&brush, QStringLiteral("tool.brush"));
-    OVToolGroupManager::Add(&eraser, QStringLiteral("tool.eraser"));
-    OVToolGroupManager::Activate(&brush);
-    OVToolGroupManager::Activate(&eraser);
-    out << "Chosen tool: " << OVToolGroupManager::GetExplicitToolUID()
-        << " (brush checked: " << (brush.IsChecked() ? "yes" : "no") << ")\n";
-
-    // The recent files survive restarts: each run adds this program to them.
-    OVRecentManager::GetInstance()->PushRecent(QCoreApplication::applicationFilePath());
-    out << "Recent files: " << OVRecentManager::GetInstance()->GetRecents().join(QStringLiteral(", "))
-        << '\n';
-    out << "Export lists: " << KXExportResolutions::GetSize() << " resolutions, " << KXExportSizes::GetSize()
-        << " sizes\n";
-
-    for (const Registry& registry : kRegistries)
-        registry.release();
-    return 0;
+    int status = 0;
+    if (headless) {
+        host.UIReady();
+        OVDemoHeadlessOptions options;
+        options.files = parser.positionalArguments();
+        options.steps = steps;
+        options.outputFolder = parser.value(outputOption);
+        options.format = parser.value(formatOption).toLower();
+        options.feedback = parser.value(feedbackOption);
+        status = OVDemoRunHeadless(host, options);
+    } else {
+        window->Build();
+        window->show();
+        host.UIReady();
+        window->Automate(parser.positionalArguments(), steps, parser.value(screenshotOption),
+                         parser.isSet(quitOption));
+        status = app.exec();
+        window.reset();
+    }
+    host.Stop();
+    return status;
 }

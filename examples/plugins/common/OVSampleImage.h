@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QImage>
+
+// Pixel helpers shared by the sample adjustments and filters.
+namespace OVSampleImage {
+
+// A copy of image whose pixels can be edited as unpremultiplied QRgb (ARGB32).
+QImage Editable(const QImage& image);
+// The image with every colour channel passed through table; alpha is kept.
+QImage MapChannels(const QImage& image, const uchar (&table)[256]);
+
+} // namespace OVSampleImage

@@ -1,0 +1,367 @@
+// The demo host editor end to end: the real executable with the real sample plug-ins, run
+// headless on generated images and windowed under a virtual X display.
+
+#include "OVTestSupport.h"
+
+#include <QDataStream>
+#include <QDir>
+#include <QFile>
+#include <QGuiApplication>
+#include <QImage>
+#include <QImageWriter>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSet>
+#include <QSettings>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+namespace {
+
+const QString kDemo = QStringLiteral(OV_DEMO_EXECUTABLE);
+
+struct Run
+{
+    int status = -1;
+    QStringList lines;
+    QString errors;
+};
+
+Run RunDemo(const QStringList& arguments,
+            const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment(),
+            const QString& program = kDemo)
+{
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments);
+    Run run;
+    if (!process.waitForFinished(300000)) {
+        process.kill();
+        process.waitForFinished();
+        return run;
+    }
+    run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    run.lines =
+        QString::fromUtf8(process.readAllStandardOutput()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    run.errors = QString::fromUtf8(process.readAllStandardError());
+    return run;
+}
+
+// A picture with detail in every channel, so that a wrong adjustment or a swapped channel shows.
+QImage Pattern(int width, int height, int seed)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            image.setPixel(x, y, qRgb((x * 7 + seed) % 256, (y * 5 + seed * 3) % 256, (x * y + seed) % 256));
+    return image;
+}
+
+// What the sample brightness adjustment makes of a decoded file: every channel moved by
+// brightness * 255 / 100, clamped.
+QImage Brightened(const QImage& source, int brightness)
+{
+    QImage image = source.convertToFormat(QImage::Format_ARGB32);
+    const int offset = qRound(brightness * 255.0 / 100.0);
+    for (int y = 0; y < image.height(); ++y) {
+        QRgb* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb p = line[x];
+            line[x] = qRgba(qMin(255, qRed(p) + offset), qMin(255, qGreen(p) + offset),
+                            qMin(255, qBlue(p) + offset), qAlpha(p));
+        }
+    }
+    return image;
+}
+
+QStringList Lines(const QStringList& lines, const QString& prefix)
+{
+    QStringList matching;
+    for (const QString& line : lines)
+        if (line.startsWith(prefix))
+            matching << line;
+    return matching;
+}
+
+} // namespace
+
+class TestDemo : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(QFile::exists(kDemo));
+        m_images = OVTest::SandboxPath() + QStringLiteral("/images");
+        QDir().mkpath(m_images);
+        QVERIFY(Pattern(360, 240, 1).save(Image("a.png")));
+        QVERIFY(Pattern(400, 300, 2).save(Image("b.jpg"), "JPEG", 90));
+        // PNG data behind a BMP suffix: the BMP reader is chosen by the suffix and decodes it
+        // by its contents.
+        QVERIFY(Pattern(16, 24, 3).save(Image("wrong.bmp"), "PNG"));
+        QFile empty(Image("empty.png"));
+        QVERIFY(empty.open(QIODevice::WriteOnly));
+        empty.close();
+        QFile corrupt(Image("corrupt.jpg"));
+        QVERIFY(corrupt.open(QIODevice::WriteOnly));
+        corrupt.write(QByteArray("\xff\xd8\xff\xe0", 4) + QByteArray(300, 'x'));
+        corrupt.close();
+        QFile text(Image("notes.xyz"));
+        QVERIFY(text.open(QIODevice::WriteOnly));
+        text.write("not an image\n");
+        text.close();
+    }
+
+    // Each row runs the headless host once: the files, whether results are written, the exit
+    // status, the files reported as read and the reasons reported for the others.
+    void headless_data()
+    {
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<QStringList>("extra");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QStringList>("read");
+        QTest::addColumn<QStringList>("reasons");
+
+        QTest::newRow("good files, brightened and written")
+            << QStringList{"a.png", "b.jpg", "wrong.bmp"} << QStringList{"--adjust", "brightness=20"} << 0
+            << QStringList{"a.png", "b.jpg", "wrong.bmp"} << QStringList();
+        QTest::newRow("bad files fail the run with their reasons")
+            << QStringList{"a.png", "empty.png", "corrupt.jpg", "notes.xyz", "missing.png"}
+            << QStringList{"--adjust", "brightness=20"} << 1 << QStringList{"a.png"}
+            << QStringList{"empty.png\t", "corrupt.jpg\t", "notes.xyz\tNo reader for the format \"xyz\".",
+                           "missing.png\tThe file does not exist."};
+        QTest::newRow("a format without a writer fails the write")
+            << QStringList{"a.png"} << QStringList{"--format", "xyz"} << 1 << QStringList()
+            << QStringList{"a.png\tcannot write"};
+        QTest::newRow("unknown adjustment stops before any file")
+            << QStringList{"a.png"} << QStringList{"--adjust", "sharpness=3"} << 2 << QStringList()
+            << QStringList();
+    }
+
+    void headless()
+    {
+        QFETCH(QStringList, files);
+        QFETCH(QStringList, extra);
+        QFETCH(int, status);
+        QFETCH(QStringList, read);
+        QFETCH(QStringList, reasons);
+
+        const QString output = OVTest::SandboxPath() + QStringLiteral("/out-") + QTest::currentDataTag();
+        QStringList arguments{"--headless", "--output", output};
+        arguments << extra;
+        for (const QString& file : files)
+            arguments << Image(file);
+        const Run run = RunDemo(arguments);
+        QCOMPARE(run.status, status);
+        if (status == 2) {
+            QVERIFY2(run.errors.contains(QLatin1String("No adjustment takes \"sharpness\".")),
+                     qPrintable(run.errors));
+            return;
+        }
+
+        QCOMPARE(run.lines.first(),
+                 QStringLiteral("Plug-ins: 5 loaded (brushcontainer, adjustments, basictools, "
+                                "filter, imageio), 0 failed"));
+        QCOMPARE(run.lines.last(), QStringLiteral("%1 of %2 files done, %3 failed")
+                                       .arg(read.size())
+                                       .arg(files.size())
+                                       .arg(files.size() - read.size()));
+        const QStringList ok = Lines(run.lines, QStringLiteral("OK\t"));
+        const QStringList failed = Lines(run.lines, QStringLiteral("FAILED\t"));
+        QCOMPARE(ok.size() + failed.size(), files.size());
+        QCOMPARE(ok.size(), read.size());
+        for (const QString& reason : reasons) {
+            const QString line = QStringLiteral("FAILED\t") + Image(QString()) + reason;
+            QVERIFY2(std::any_of(failed.begin(), failed.end(),
+                                 [&](const QString& l) { return l.startsWith(line); }),
+                     qPrintable(line + QStringLiteral(" in\n") + failed.join(QLatin1Char('\n'))));
+        }
+        if (status != 0)
+            QVERIFY2(run.errors.contains(QStringLiteral("could not be read or written")),
+                     qPrintable(run.errors));
+
+        for (const QString& line : ok) {
+            // path, size, format, reader UID, milliseconds, output file
+            const QStringList fields = line.split(QLatin1Char('\t'));
+            QCOMPARE(fields.size(), 7);
+            const QImage source(fields.at(1));
+            QVERIFY(read.contains(QFileInfo(fields.at(1)).fileName()));
+            QCOMPARE(fields.at(2), QStringLiteral("%1x%2").arg(source.width()).arg(source.height()));
+            QCOMPARE(fields.at(3), QFileInfo(fields.at(1)).suffix());
+            QVERIFY(fields.at(4).startsWith(QLatin1String("{3F6A9C20-5D1B-4C7E-8A42-")));
+            QVERIFY(fields.at(5).endsWith(QLatin1String(" ms")));
+            const QString written = fields.at(6).mid(3);
+            QCOMPARE(written, output + QLatin1Char('/') + QFileInfo(fields.at(1)).completeBaseName() +
+                                  QStringLiteral(".png"));
+            QCOMPARE(QImage(written).convertToFormat(QImage::Format_ARGB32), Brightened(source, 20));
+        }
+    }
+
+    // The window under a virtual X server: two images opened from the command line, the
+    // grey-scale adjustment applied, a picture of the window taken, and the opened files kept
+    // in the recent list of "user.ini".
+    void windowed()
+    {
+        const QString xvfb = QStandardPaths::findExecutable(QStringLiteral("xvfb-run"));
+        if (xvfb.isEmpty())
+            QSKIP("xvfb-run is not installed");
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        const QString shot = OVTest::SandboxPath() + QStringLiteral("/window.png");
+        const Run run = RunDemo({"-a", "-s", "-screen 0 1024x700x24", kDemo, Image("a.png"), Image("b.jpg"),
+                                 "--adjust", "greyscale", "--screenshot", shot, "--quit"},
+                                environment, xvfb);
+        QVERIFY2(run.status == 0, qPrintable(run.errors));
+
+        const QImage picture(shot);
+        QVERIFY(!picture.isNull());
+        QSet<QRgb> colours;
+        for (int y = 0; y < picture.height(); y += 4)
+            for (int x = 0; x < picture.width(); x += 4)
+                colours.insert(picture.pixel(x, y));
+        QVERIFY2(colours.size() > 16, qPrintable(QString::number(colours.size())));
+
+        // Both files were pushed to the recent list, the one opened last first; the list was
+        // written to "user.ini" at shutdown in its stored form (a count, then the paths).
+        const QSettings user(QDir::homePath() + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini"),
+                             QSettings::IniFormat);
+        QDataStream stream(user.value(QStringLiteral("RecentFiles")).toByteArray());
+        qint32 count = 0;
+        stream >> count;
+        QStringList recents;
+        for (qint32 i = 0; i < count; ++i) {
+            QString path;
+            stream >> path;
+            recents << path;
+        }
+        QCOMPARE(QSet<QString>(recents.begin(), recents.end()),
+                 (QSet<QString>{Image("a.png"), Image("b.jpg")}));
+
+        const QString copy = qEnvironmentVariable("OV_DEMO_SCREENSHOT");
+        if (!copy.isEmpty()) {
+            QFile::remove(copy);
+            QFile::copy(shot, copy);
+        }
+    }
+
+    // The statistics end to end: the collector on a free loopback port, the headless host pointed
+    // at it by OVDEMO_COLLECTOR_PORT, three runs: the first identifies the installation and
+    // reports its start, opens, adjustments and exports; the second only its start and open, and
+    // posts feedback through the endpoint messenger; the third, opted out, sends no statistics.
+    void statistics()
+    {
+        QProcess collector;
+        collector.start(QStringLiteral(OV_COLLECTOR_EXECUTABLE), {QStringLiteral("0")});
+        QVERIFY(collector.waitForReadyRead(60000));
+        const QString first = QString::fromUtf8(collector.readLine()).trimmed();
+        QVERIFY2(first.startsWith(QLatin1String("listening on ")), qPrintable(first));
+        // A profile of its own, which has not identified itself yet.
+        const QString home = OVTest::SandboxPath() + QStringLiteral("/home-statistics");
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("OVDEMO_COLLECTOR_PORT"), first.section(QLatin1Char(' '), 2));
+        environment.insert(QStringLiteral("HOME"), home);
+        environment.insert(QStringLiteral("APPDATA"), home);
+        const QString output = OVTest::SandboxPath() + QStringLiteral("/out-statistics");
+
+        QCOMPARE(RunDemo({"--headless", "--adjust", "greyscale", "--output", output, Image("a.png"),
+                          Image("b.jpg")},
+                         environment)
+                     .status,
+                 0);
+        const Run second =
+            RunDemo({"--headless", "--feedback", "Hello from the test", Image("a.png")}, environment);
+        QCOMPARE(second.status, 0);
+        // The collector answers with the number of posts it has had so far, which the statistics
+        // posted meanwhile make unpredictable.
+        const QStringList replies = second.lines.filter(QRegularExpression(
+            QStringLiteral("^Feedback reply: \\{\"received\":\\d+,\"reply\":\"Thank you.\"\\}$")));
+        QVERIFY2(replies.size() == 1, qPrintable(second.lines.join(QLatin1Char('\n'))));
+        {
+            QSettings user(home + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini"),
+                           QSettings::IniFormat);
+            user.setValue(QStringLiteral("Statistics/Enabled"), false);
+        }
+        QCOMPARE(RunDemo({"--headless", Image("a.png")}, environment).status, 0);
+        collector.kill();
+        collector.waitForFinished();
+
+        QStringList identifications;
+        QStringList feedback;
+        QList<QStringList> runs; // event types, one list per session
+        QList<double> sessions;
+        for (const QByteArray& line : collector.readAllStandardOutput().split('\n')) {
+            if (line.trimmed().isEmpty())
+                continue;
+            const QJsonObject post = QJsonDocument::fromJson(line).object();
+            const QJsonObject form = post.value(QStringLiteral("form")).toObject();
+            if (post.value(QStringLiteral("path")).toString() == QLatin1String("/feedback")) {
+                feedback << post.value(QStringLiteral("json"))
+                                .toObject()
+                                .value(QStringLiteral("feedback"))
+                                .toString();
+                continue;
+            }
+            QCOMPARE(form.value(QStringLiteral("api_key")).toString(), QStringLiteral("ovdemo-key"));
+            if (post.value(QStringLiteral("path")).toString() == QLatin1String("/identification")) {
+                identifications << form.value(QStringLiteral("identification"))
+                                       .toObject()
+                                       .value(QStringLiteral("user_properties"))
+                                       .toObject()
+                                       .value(QStringLiteral("plan"))
+                                       .toString();
+                continue;
+            }
+            QCOMPARE(post.value(QStringLiteral("path")).toString(), QStringLiteral("/events"));
+            const QJsonObject event = form.value(QStringLiteral("event")).toObject();
+            const double session = event.value(QStringLiteral("session_id")).toDouble();
+            if (!sessions.contains(session)) {
+                sessions << session;
+                runs << QStringList();
+            }
+            runs[sessions.indexOf(session)] << event.value(QStringLiteral("event_type")).toString();
+        }
+        QCOMPARE(identifications, QStringList{QStringLiteral("demo")});
+        QCOMPARE(feedback, QStringList{QStringLiteral("Hello from the test")});
+        QCOMPARE(runs.size(), 2);
+        QCOMPARE(runs.at(0).first(), QStringLiteral("start"));
+        QStringList sorted = runs.at(0);
+        std::sort(sorted.begin(), sorted.end());
+        QCOMPARE(sorted, (QStringList{"adjust", "adjust", "export", "export", "open", "open", "start"}));
+        QCOMPARE(runs.at(1), (QStringList{"start", "open"}));
+    }
+
+    // The demo's German translation, made by lrelease at build time, once the user picked it.
+    void german()
+    {
+        QSettings user(QDir::homePath() + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini"),
+                       QSettings::IniFormat);
+        user.setValue(QStringLiteral("Language/Index"), QStringLiteral("de"));
+        user.sync();
+        const Run run = RunDemo({"--headless", Image("a.png"), Image("notes.xyz")});
+        user.remove(QStringLiteral("Language/Index"));
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.lines.last(), QStringLiteral("1 von 2 Dateien erledigt, 1 fehlgeschlagen"));
+        QVERIFY2(run.lines.contains(
+                     QStringLiteral("FAILED\t%1\tKein Leser für das Format „xyz“.").arg(Image("notes.xyz"))),
+                 qPrintable(run.lines.join(QLatin1Char('\n'))));
+    }
+
+private:
+    QString Image(const QString& name) const { return m_images + QLatin1Char('/') + name; }
+
+    QString m_images;
+};
+
+int main(int argc, char** argv)
+{
+    OVTest::IsolateEnvironment();
+    QGuiApplication app(argc, argv);
+    TestDemo test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_demo.moc"
