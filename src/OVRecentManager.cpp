@@ -3,16 +3,7 @@
 #include "private/OVRecentManager_p.h"
 #include "private/OVSingleton_p.h"
 
-OV_DEFINE_SINGLETON(OVRecentManager)
-
-OVRecentManager::OVRecentManager()
-    : d(new OVRecentManagerPrivate(this))
-{}
-
-OVRecentManager::~OVRecentManager()
-{
-    delete d;
-}
+OV_DEFINE_SINGLETON_FACE(OVRecentManager)
 
 void OVRecentManager::PushRecent(const QString& path)
 {

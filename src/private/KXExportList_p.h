@@ -179,14 +179,7 @@ private:
 // The public operations of an export list Face over its private class FacePrivate, which
 // derives from KXExportList; Arg is how the operations take an item.
 #define KX_DEFINE_EXPORT_LIST(Face, Item, Arg)                                                               \
-    OV_DEFINE_SINGLETON(Face)                                                                                \
-    Face::Face()                                                                                             \
-        : d(new Face##Private(this))                                                                         \
-    {}                                                                                                       \
-    Face::~Face()                                                                                            \
-    {                                                                                                        \
-        delete d;                                                                                            \
-    }                                                                                                        \
+    OV_DEFINE_SINGLETON_FACE(Face)                                                                           \
     QList<Item> Face::GetList()                                                                              \
     {                                                                                                        \
         return Face##Private::List();                                                                        \

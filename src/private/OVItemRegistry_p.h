@@ -125,14 +125,7 @@ private:
 // The public operations of a registry face over its private object d, which derives from
 // OVItemRegistry<Face, Item>; Lookup is the face's name for the lookup by identifier.
 #define OV_DEFINE_ITEM_REGISTRY_FACE(Face, Item, Lookup)                                                     \
-    OV_DEFINE_SINGLETON(Face)                                                                                \
-    Face::Face()                                                                                             \
-        : d(new Face##Private(this))                                                                         \
-    {}                                                                                                       \
-    Face::~Face()                                                                                            \
-    {                                                                                                        \
-        delete d;                                                                                            \
-    }                                                                                                        \
+    OV_DEFINE_SINGLETON_FACE(Face)                                                                           \
     bool Face::Register(Item* item)                                                                          \
     {                                                                                                        \
         return d->Register(item);                                                                            \
