@@ -13,7 +13,11 @@
 #include <QAtomicInt>
 #include <QMap>
 #include <QMutex>
+#include <QMutexLocker>
+#include <QRegularExpression>
 #include <QStringList>
+
+#include <utility>
 
 namespace OVTest {
 
@@ -21,10 +25,22 @@ namespace OVTest {
 class CallLog
 {
 public:
-    void Add(const QString& call);
-    QStringList Take();
+    void Add(const QString& call)
+    {
+        QMutexLocker locker(&m_mutex);
+        m_calls << call;
+    }
+    QStringList Take()
+    {
+        QMutexLocker locker(&m_mutex);
+        return std::exchange(m_calls, {});
+    }
     // Calls that start with prefix.
-    QStringList Matching(const QString& prefix) const;
+    QStringList Matching(const QString& prefix) const
+    {
+        QMutexLocker locker(&m_mutex);
+        return m_calls.filter(QRegularExpression(QLatin1Char('^') + QRegularExpression::escape(prefix)));
+    }
 
 private:
     mutable QMutex m_mutex;
@@ -35,7 +51,12 @@ class FakeReader : public OVImageFileReader
 {
     Q_OBJECT
 public:
-    FakeReader(const QString& uid, const QStringList& formats, QObject* parent);
+    FakeReader(const QString& uid, const QStringList& formats, QObject* parent)
+        : m_uid(uid)
+        , m_formats(formats)
+    {
+        setParent(parent);
+    }
 
     QString GetUID() const override { return m_uid; }
     // Marks the reader busy for a moment; a second thread inside at the same time is counted
@@ -55,7 +76,11 @@ class FakeWriter : public OVImageFileWriter
 {
     Q_OBJECT
 public:
-    FakeWriter(const QString& uid, QObject* parent);
+    FakeWriter(const QString& uid, QObject* parent)
+        : m_uid(uid)
+    {
+        setParent(parent);
+    }
 
     QString GetUID() const override { return m_uid; }
     bool Write(const QString&, const QImage&) override { return true; }
