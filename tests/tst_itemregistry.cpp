@@ -77,6 +77,7 @@ class TestItemRegistry : public QObject
 {
     Q_OBJECT
 private slots:
+    // Each registry once; the adjustments' threads clash over identifiers, the brushes' do not.
     void registration_data()
     {
         QTest::addColumn<bool>("brushes");
@@ -95,26 +96,9 @@ private slots:
         QFETCH(QString, file);
         QFETCH(QString, sentence);
         if (brushes)
-            Registration<Brushes>(line, file, sentence);
+            Registration<Brushes>(line, file, sentence), Concurrency<Brushes>(false);
         else
-            Registration<Adjustments>(line, file, sentence);
-    }
-
-    void concurrency_data()
-    {
-        QTest::addColumn<bool>("brushes");
-        QTest::addColumn<bool>("clashing");
-        QTest::newRow("adjustments, clashing") << false << true;
-        QTest::newRow("brushes, distinct") << true << false;
-    }
-    void concurrency()
-    {
-        QFETCH(bool, brushes);
-        QFETCH(bool, clashing);
-        if (brushes)
-            Concurrency<Brushes>(clashing);
-        else
-            Concurrency<Adjustments>(clashing);
+            Registration<Adjustments>(line, file, sentence), Concurrency<Adjustments>(true);
     }
 
     void mainBrush()
