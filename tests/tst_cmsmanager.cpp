@@ -9,8 +9,6 @@
 #include <QTemporaryDir>
 #include <QtEndian>
 
-#include <lcms2.h>
-
 #include <atomic>
 #include <thread>
 
@@ -129,32 +127,6 @@ private slots:
         QCOMPARE(wrong.load(), 0);
         QCOMPARE(emitted.load(), 4 * perThread);
         QCOMPARE(manager->GetWorkingRGBIndex() % 1000, perThread - 1);
-    }
-
-    // The system's RGB profiles as Little CMS sees them, against the list discovery makes.
-    void systemFolders()
-    {
-        if (!QFile::exists("/usr/share/color/icc/sRGB.icc"))
-            QSKIP("the system's colour profiles are not installed");
-        for (const QString folder : {"/usr/share/color/icc", "/usr/share/color/icc/colord"}) {
-            QStringList expected, found;
-            for (const QString& name : QDir(folder).entryList({"*.icc", "*.icm"}, QDir::Files, QDir::Name)) {
-                const QString path = folder + QDir::separator() + name;
-                if (cmsHPROFILE profile = cmsOpenProfileFromFile(qPrintable(path), "r")) {
-                    if (cmsGetColorSpace(profile) == cmsSigRgbData)
-                        expected << path;
-                    cmsCloseProfile(profile);
-                }
-            }
-            OVCMSManagerPrivate manager;
-            QCOMPARE(manager.Discover(folder), expected.size());
-            for (const OVCMSProfile* profile : manager.profiles) {
-                found << profile->GetFilePath();
-                QVERIFY2(!profile->GetDescription().isEmpty(), qPrintable(found.last()));
-            }
-            QCOMPARE(found, expected);
-            QVERIFY(!found.isEmpty());
-        }
     }
 
     void release()
