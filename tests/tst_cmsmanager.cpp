@@ -9,9 +9,6 @@
 #include <QTemporaryDir>
 #include <QtEndian>
 
-#include <atomic>
-#include <thread>
-
 class TestCMSManager : public QObject
 {
     Q_OBJECT
@@ -91,42 +88,6 @@ private slots:
         QCOMPARE(log.Take(),
                  QString("changed(5) read(5) changed(1) read(1) changed(-1) read(-1) changed(0) read(0)")
                      .split(' '));
-    }
-
-    // Four threads read profiles and set the index while a receiver of the signal, called on
-    // each setting thread, calls back in.
-    void threads()
-    {
-        OVCMSManager* manager = OVCMSManager::GetInstance();
-        constexpr int perThread = 400;
-        std::atomic<int> emitted{0}, wrong{0};
-        const auto check = [&](int index) {
-            if (manager->GetRGBProfile(index).GetDescription() != m_expected.value(index))
-                ++wrong;
-        };
-        connect(
-            manager, &OVCMSManager::WorkingRGBIndexChanged, this,
-            [&](int index) {
-                ++emitted;
-                check(index % 1000 % (m_expected.size() + 1));
-                manager->GetWorkingRGBIndex();
-            },
-            Qt::DirectConnection);
-        std::vector<std::thread> workers;
-        for (int t = 1; t <= 4; ++t) {
-            workers.emplace_back([&, t] {
-                for (int i = 0; i < perThread; ++i) {
-                    check(i % (m_expected.size() + 2) - 1);
-                    manager->SetWorkingRGBIndex(1000 * t + i);
-                }
-            });
-        }
-        for (std::thread& worker : workers)
-            worker.join();
-        disconnect(manager, nullptr, this, nullptr);
-        QCOMPARE(wrong.load(), 0);
-        QCOMPARE(emitted.load(), 4 * perThread);
-        QCOMPARE(manager->GetWorkingRGBIndex() % 1000, perThread - 1);
     }
 
     void release()

@@ -67,56 +67,6 @@ private slots:
         QCOMPARE(A::GetUserValue(QStringLiteral("Window/Geometry"), 0), QVariant(0));
     }
 
-    // The typed accessors: their defaults, then each setter's value under its own key.
-    void typedAccessors()
-    {
-        const auto values = [] {
-            return QStringList{A::GetPathOpen(),
-                               A::GetPathExport(),
-                               A::GetBatchPathOpen(),
-                               A::GetBatchPathInput(),
-                               A::GetBatchPathOutput(),
-                               QString::number(A::IsPNGCompressionVisible()),
-                               QString::number(A::IsJPGCompressionVisible()),
-                               QString::number(A::IsTIFCompressionVisible()),
-                               QString::number(A::WarnAboutLayerInfo()),
-                               QString::number(A::GetColorManagementMissingPolicy()),
-                               QString::number(A::GetColorManagementEqualPolicy()),
-                               QString::number(A::GetColorManagementNotEqualPolicy()),
-                               QString::number(A::GetColorManagementColorSpaceMismatchPolicy())}
-                .join(' ');
-        };
-        QCOMPARE(values(), QStringLiteral("     1 1 1 1 1 1 3 0"));
-        A::SetPathOpen(QStringLiteral("a"));
-        A::SetPathExport(QStringLiteral("b"));
-        A::SetBatchPathOpen(QStringLiteral("c"));
-        A::SetBatchPathInput(QStringLiteral("d"));
-        A::SetBatchPathOutput(QStringLiteral("e"));
-        A::SetPNGCompressionVisible(false);
-        A::SetJPGCompressionVisible(true);
-        A::SetTIFCompressionVisible(false);
-        A::SetWarnAboutLayerInfo(false);
-        A::SetColorManagementMissingPolicy(A::ColorManagementMissingPolicy(2));
-        A::SetColorManagementEqualPolicy(A::ColorManagementEqualPolicy(0));
-        A::SetColorManagementNotEqualPolicy(A::ColorManagementNotEqualPolicy(4));
-        A::SetColorManagementColorSpaceMismatchPolicy(A::ColorManagementColorSpaceMismatchPolicy(2));
-        QCOMPARE(values(), QStringLiteral("a b c d e 0 1 0 0 2 0 4 2"));
-        QStringList stored;
-        QSettings settings(UserIni(), QSettings::IniFormat);
-        for (const QString& key : settings.allKeys())
-            stored << key + '=' + settings.value(key).toString();
-        QCOMPARE(stored.join(' '),
-                 QStringLiteral("Batch/Path/Input=d Batch/Path/Open=c Batch/Path/Output=e "
-                                "ColorManagement/ColorSpaceMismatchPolicy=2 ColorManagement/EqualPolicy=0 "
-                                "ColorManagement/MissingPolicy=2 ColorManagement/NotEqualPolicy=4 "
-                                "DocumentIO/IncompleteInfoState=false "
-                                "MessagesAndConfirmationsSettings/ShowJPGCompressionSettings=true "
-                                "MessagesAndConfirmationsSettings/ShowPNGCompressionSettings=false "
-                                "MessagesAndConfirmationsSettings/ShowTIFFCompressionSettings=false "
-                                "Save/PathExport=b Save/PathOpen=a Version=2.4.0"));
-        QVERIFY(!QFileInfo::exists(A::GetDataFolder() + QStringLiteral("/app.ini")));
-    }
-
     void languageIndexDropsRegion_data()
     {
         QTest::addColumn<QVariant>("stored");
