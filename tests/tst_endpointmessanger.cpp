@@ -78,8 +78,6 @@ private slots:
             << "" << 1 << QByteArray() << int(QNetworkReply::AuthenticationRequiredError);
         QTest::newRow("closed") << "/g" << A::CloseMidReply << QByteArray("part") << ""
                                 << "" << 1 << QByteArray("part") << int(QNetworkReply::RemoteHostClosedError);
-        QTest::newRow("empty url") << "" << A::Ok << QByteArray() << ""
-                                   << "" << 0 << QByteArray() << int(QNetworkReply::ProtocolUnknownError);
         QTest::newRow("garbage url") << "::garbage" << A::Ok << QByteArray() << ""
                                      << "" << 0 << QByteArray() << int(QNetworkReply::ProtocolUnknownError);
     }
