@@ -30,9 +30,6 @@ private slots:
         QVERIFY(QFileInfo(userDataFolder).isDir());
         QVERIFY(!QFileInfo::exists(dataFolder));
         QVERIFY(!QFileInfo::exists(userDataFolder + QStringLiteral("/user.ini")));
-
-        QVERIFY(QCoreApplication::testAttribute(Qt::AA_UseHighDpiPixmaps));
-        QVERIFY(QCoreApplication::testAttribute(Qt::AA_DontShowIconsInMenus));
     }
 
     void startupLogsPixelRatio()
