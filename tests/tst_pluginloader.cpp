@@ -198,11 +198,11 @@ private slots:
         QTest::newRow("filters, case-sensitive") << int(A::Filters) << QStringList{"filter"};
         // The base name ends at the first dot.
         QTest::newRow("image io") << int(A::ImageIO) << QStringList{"imageio", "imageio.v2"};
-        QTest::newRow("tools") << int(A::Tools) << QStringList{"basictools", "generaltools"};
         QTest::newRow("brushes: the whole brush folder")
             << int(A::Brushes) << QStringList{"brushcontainer", "extra"};
-        QTest::newRow("two flags") << int(A::Adjustments | A::Brushes)
-                                   << OVTest::Words("brushcontainer extra adjustments");
+        QTest::newRow("three flags") << int(A::Adjustments | A::Brushes | A::Tools)
+                                     << OVTest::Words(
+                                            "brushcontainer extra adjustments basictools generaltools");
         // -1 stands for LoadPlugins() without flags: every library of both folders.
         QTest::newRow("no flags at all")
             << -1
