@@ -14,7 +14,6 @@
 #include <QMap>
 #include <QMutex>
 #include <QMutexLocker>
-#include <QRegularExpression>
 #include <QStringList>
 
 #include <utility>
@@ -35,15 +34,9 @@ public:
         QMutexLocker locker(&m_mutex);
         return std::exchange(m_calls, {});
     }
-    // Calls that start with prefix.
-    QStringList Matching(const QString& prefix) const
-    {
-        QMutexLocker locker(&m_mutex);
-        return m_calls.filter(QRegularExpression(QLatin1Char('^') + QRegularExpression::escape(prefix)));
-    }
 
 private:
-    mutable QMutex m_mutex;
+    QMutex m_mutex;
     QStringList m_calls;
 };
 
