@@ -73,20 +73,6 @@ QWidget* Content(const QString& name)
     return content;
 }
 
-// Shows the manager's general widget, records its ContentChanged() in log and adds one content
-// per name, under "uid-<name>".
-QList<QWidget*> Staged(const Manager& m, OVTest::SignalLog& log, const QStringList& names)
-{
-    m.record(log);
-    m.general()->show();
-    QList<QWidget*> contents;
-    for (const QString& name : names) {
-        contents << Content(name);
-        m.add(contents.last(), QStringLiteral("uid-") + name);
-    }
-    return contents;
-}
-
 } // namespace
 
 class TestToolContent : public QObject
@@ -146,8 +132,12 @@ private slots:
     {
         const Manager& m = Started();
         OVTest::SignalLog log;
-        const QList<QWidget*> contents = Staged(m, log, {"A", "B", "C"});
+        m.record(log);
         QWidget* general = m.general();
+        general->show();
+        QList<QWidget*> contents{Content("A"), Content("B"), Content("C")};
+        for (QWidget* content : contents)
+            m.add(content, QStringLiteral("uid-") + content->objectName());
         QWidget* a = contents.at(0);
         QWidget* b = contents.at(1);
         QWidget unknown;
