@@ -21,14 +21,12 @@ QString Fixture(const QString& base)
     return kFixtures + QLatin1Char('/') + base + QLatin1Char('.') + kSuffix;
 }
 
-QStringList FixtureCalls()
+// The calls the fixture libraries noted since the last time, in order.
+QStringList TakeFixtureCalls()
 {
-    return qApp->property("ovFixtureCalls").toStringList();
-}
-
-void ClearFixtureCalls()
-{
+    const QStringList calls = qApp->property("ovFixtureCalls").toStringList();
     qApp->setProperty("ovFixtureCalls", QStringList());
+    return calls;
 }
 
 QString LoaderError(const QString& file)
@@ -87,7 +85,7 @@ private slots:
         QVERIFY(QDir().mkpath(Brush()) && QDir().mkpath(General()));
         QVERIFY(QDir().mkpath(Root() + QStringLiteral("/Resources")));
         WriteIni(QStringLiteral("[General]\nbrush=../%1/brush\ngeneral=../%1/general\n"));
-        ClearFixtureCalls();
+        TakeFixtureCalls();
     }
 
     void cleanup()
@@ -146,7 +144,7 @@ private slots:
         QCOMPARE(OVApplication::GetErrorInfo(other), QStringLiteral("Is not an Orvelin's plugin."));
         QCOMPARE(OVApplication::GetErrorInfo(General() + QStringLiteral("/readme.txt")),
                  QStringLiteral("Errors not found"));
-        QCOMPARE(FixtureCalls(),
+        QCOMPARE(TakeFixtureCalls(),
                  (OVTest::Words(
                      "brush:Initialize tool:Initialize image:Initialize empty:Initialize empty:destroyed")));
 
@@ -166,16 +164,14 @@ private slots:
                  qPrintable(lines[5]));
 
         // The user interface is announced to the loaded containers, last loaded first.
-        ClearFixtureCalls();
         OVApplication::UIReady();
-        QCOMPARE(FixtureCalls(), (OVTest::Words("image:UIReady tool:UIReady brush:UIReady")));
+        QCOMPARE(TakeFixtureCalls(), (OVTest::Words("image:UIReady tool:UIReady brush:UIReady")));
 
         // Unloading takes everything back, last loaded first, and keeps the records.
-        ClearFixtureCalls();
         capture.Clear();
         OVApplication::UnloadPlugins();
         QCOMPARE(
-            FixtureCalls(),
+            TakeFixtureCalls(),
             (OVTest::Words(
                 "image:Release image:destroyed tool:Release tool:destroyed brush:Release brush:destroyed")));
         const QString unloaded = QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"");
@@ -185,9 +181,8 @@ private slots:
         QCOMPARE(OVApplication::GetErrorInfo(brush), QStringLiteral("Plugin OK."));
         QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{empty, other, plain}));
 
-        ClearFixtureCalls();
         OVApplication::UIReady();
-        QVERIFY(FixtureCalls().isEmpty());
+        QVERIFY(TakeFixtureCalls().isEmpty());
     }
 
     void wellKnownFlags_data()
@@ -338,15 +333,14 @@ private slots:
                                             Failed(corrupt, corruptError) + Loaded({image, image, tool}));
         QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{missing, folder, corrupt}));
         // The same library loaded twice is one library: its container is initialised twice.
-        QCOMPARE(FixtureCalls().mid(0, 3),
+        QCOMPARE(TakeFixtureCalls().mid(0, 3),
                  (OVTest::Words("image:Initialize image:Initialize tool:Initialize")));
 
         // Unloading by name releases and forgets every record of the name, each with its own
         // unload and log line.
-        ClearFixtureCalls();
         OVTest::LogCapture capture;
         OVApplication::UnloadPlugin(image);
-        QCOMPARE(FixtureCalls().filter(QStringLiteral("Release")),
+        QCOMPARE(TakeFixtureCalls().filter(QStringLiteral("Release")),
                  OVTest::Words("image:Release image:Release"));
         QCOMPARE(LoadLines(capture.Messages()).size(), 2);
         QCOMPARE(OVApplication::GetErrorInfo(image), QStringLiteral("Errors not found"));
