@@ -43,12 +43,9 @@ FakeImagePlugin::FakeImagePlugin(const QString& definition, CallLog* log)
             const bool listed = !word.startsWith(QLatin1Char('-'));
             const QString format = word.section(QLatin1Char(':'), 0, 0).mid(listed ? 0 : 1);
             const QString letters = word.section(QLatin1Char(':'), 1);
-            FormatCapabilities capabilities;
-            if (letters.contains(QLatin1Char('r')))
-                capabilities |= CanRead;
-            if (letters.contains(QLatin1Char('w')))
-                capabilities |= CanWrite;
-            m_capabilities.insert(format, capabilities);
+            m_capabilities.insert(
+                format, FormatCapabilities(letters.contains(QLatin1Char('r')) ? CanRead : NoCapability) |
+                            (letters.contains(QLatin1Char('w')) ? CanWrite : NoCapability));
             if (listed)
                 m_formats << format;
         }

@@ -25,14 +25,6 @@
 
 namespace OVTest {
 
-QByteArray HttpRequest::Header(const QByteArray& name) const
-{
-    for (const auto& header : headers)
-        if (header.first.compare(name, Qt::CaseInsensitive) == 0)
-            return header.second;
-    return QByteArray();
-}
-
 namespace {
 
 QByteArray Response(const QByteArray& status, const QByteArray& body, const QByteArray& extra = QByteArray(),
@@ -55,7 +47,7 @@ bool ParseRequest(QByteArray& buffer, HttpRequest& request)
     for (const QByteArray& line : lines) {
         const int colon = line.indexOf(':');
         if (colon >= 0)
-            parsed.headers.append(qMakePair(line.left(colon).trimmed(), line.mid(colon + 1).trimmed()));
+            parsed.headers.insert(line.left(colon).trimmed().toLower(), line.mid(colon + 1).trimmed());
     }
     const int length = parsed.Header("Content-Length").toInt();
     if (buffer.size() - headEnd - 4 < length)

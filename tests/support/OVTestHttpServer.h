@@ -23,11 +23,11 @@ struct HttpRequest
 {
     QByteArray method;
     QByteArray path;
-    QList<QPair<QByteArray, QByteArray>> headers; // as received, in order
+    QMap<QByteArray, QByteArray> headers; // by lower-case name
     QByteArray body;
 
-    // The value of the first header of that name (any case), or a null array.
-    QByteArray Header(const QByteArray& name) const;
+    // The value of the header of that name (any case), or a null array.
+    QByteArray Header(const QByteArray& name) const { return headers.value(name.toLower()); }
 };
 
 class HttpServer
@@ -50,7 +50,6 @@ public:
     // Serves from a free port of 127.0.0.1, or from the listening socket given (see
     // ListenBeforeQt). Needs the Qt application object.
     bool Start(qintptr listeningSocket = -1);
-    quint16 Port() const { return m_port; }
     QString Url(const QString& path) const;
 
     // How requests for path are answered; paths not set get Ok with the body "ok".
