@@ -35,7 +35,7 @@ public:
 
     QStringList Messages() const;
     // Messages that contain text.
-    QStringList Matching(const QString& text) const;
+    QStringList Matching(const QString& text) const { return Messages().filter(text); }
     void Clear();
 
 private:
