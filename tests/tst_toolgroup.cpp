@@ -181,69 +181,65 @@ private slots:
     }
 
 private:
-    LockableAction* Action(const QString& name) const;
-    // Runs "X.Slot(arg)", "Activate(X)", "Remove(X)" or "delete(X)"; Activate's result is
-    // logged as "Activate(X)=result".
-    void Run(const QString& step);
-    // "explicit=E implicit=E checked=E implied=E,T": the group's two actions and the names of
-    // the actions whose explicit and implicit flags are set.
-    QString State() const;
+    LockableAction* Action(const QString& name) const
+    {
+        for (const QPointer<LockableAction>& action : m_actions) {
+            if (action && action->objectName() == name)
+                return action;
+        }
+        return nullptr;
+    }
+
+    // Runs "X.Slot(arg)", "Activate(X)", "Remove(X)", "delete(X)" or "clear" (the signals so far);
+    // Activate's result is logged as "Activate(X)=result".
+    void Run(const QString& step)
+    {
+        static const QRegularExpression call(QStringLiteral(R"(^(?:(\w)\.)?(\w+)\((\w*)\)$)"));
+        const QRegularExpressionMatch match = call.match(step);
+        const QString target = match.captured(1);
+        const QByteArray method = match.captured(2).toLatin1();
+        const QString argument = match.captured(3);
+        if (step == QLatin1String("clear")) {
+            m_log.Clear();
+        } else if (method == "delete") {
+            delete Action(argument);
+        } else if (target.isEmpty() && method == "Activate") {
+            const bool result = OVToolGroupManager::Activate(Action(argument));
+            m_log.Append(step + QLatin1Char('=') + OVTest::Describe(result));
+        } else if (target.isEmpty() && method == "Remove") {
+            OVToolGroupManager::Remove(Action(argument));
+        } else if (argument.isEmpty()) {
+            QVERIFY2(QMetaObject::invokeMethod(Action(target), method.constData()), qPrintable(step));
+        } else {
+            const bool value = argument == QLatin1String("true");
+            QVERIFY2(QMetaObject::invokeMethod(Action(target), method.constData(), Q_ARG(bool, value)),
+                     qPrintable(step));
+        }
+    }
+
+    // "explicit=E implicit=E checked=E implied=E,T": the group's two actions and the names of the
+    // actions whose explicit and implicit flags are set.
+    QString State() const
+    {
+        const auto name = [](const QObject* object) {
+            return object ? object->objectName() : QStringLiteral("-");
+        };
+        QStringList checked;
+        QStringList implied;
+        for (const QPointer<LockableAction>& action : m_actions) {
+            if (action && action->IsChecked())
+                checked << action->objectName();
+            if (action && action->IsImplicitlyChecked())
+                implied << action->objectName();
+        }
+        return QStringLiteral("explicit=%1 implicit=%2 checked=%3 implied=%4")
+            .arg(name(OVToolGroupManager::GetExplicitAction()), name(OVToolGroupManager::GetImplicitAction()),
+                 checked.join(QLatin1Char(',')), implied.join(QLatin1Char(',')));
+    }
 
     QList<QPointer<LockableAction>> m_actions;
     OVTest::SignalLog m_log;
 };
-
-LockableAction* TestToolGroup::Action(const QString& name) const
-{
-    for (const QPointer<LockableAction>& action : m_actions) {
-        if (action && action->objectName() == name)
-            return action;
-    }
-    return nullptr;
-}
-
-void TestToolGroup::Run(const QString& step)
-{
-    static const QRegularExpression call(QStringLiteral(R"(^(?:(\w)\.)?(\w+)\((\w*)\)$)"));
-    const QRegularExpressionMatch match = call.match(step);
-    const QString target = match.captured(1);
-    const QByteArray method = match.captured(2).toLatin1();
-    const QString argument = match.captured(3);
-    if (step == QLatin1String("clear")) {
-        m_log.Clear();
-    } else if (method == "delete") {
-        delete Action(argument);
-    } else if (target.isEmpty() && method == "Activate") {
-        const bool result = OVToolGroupManager::Activate(Action(argument));
-        m_log.Append(step + QLatin1Char('=') + OVTest::Describe(result));
-    } else if (target.isEmpty() && method == "Remove") {
-        OVToolGroupManager::Remove(Action(argument));
-    } else if (argument.isEmpty()) {
-        QVERIFY2(QMetaObject::invokeMethod(Action(target), method.constData()), qPrintable(step));
-    } else {
-        const bool value = argument == QLatin1String("true");
-        QVERIFY2(QMetaObject::invokeMethod(Action(target), method.constData(), Q_ARG(bool, value)),
-                 qPrintable(step));
-    }
-}
-
-QString TestToolGroup::State() const
-{
-    const auto name = [](const QObject* object) {
-        return object ? object->objectName() : QStringLiteral("-");
-    };
-    QStringList checked;
-    QStringList implied;
-    for (const QPointer<LockableAction>& action : m_actions) {
-        if (action && action->IsChecked())
-            checked << action->objectName();
-        if (action && action->IsImplicitlyChecked())
-            implied << action->objectName();
-    }
-    return QStringLiteral("explicit=%1 implicit=%2 checked=%3 implied=%4")
-        .arg(name(OVToolGroupManager::GetExplicitAction()), name(OVToolGroupManager::GetImplicitAction()),
-             checked.join(QLatin1Char(',')), implied.join(QLatin1Char(',')));
-}
 
 OV_TEST_MAIN(TestToolGroup)
 #include "tst_toolgroup.moc"
