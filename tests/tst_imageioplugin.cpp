@@ -1,5 +1,5 @@
-// The sample image I/O plug-in library in the registry: loaded as a plug-in, it enters its
-// formats and groups, and its writers and pooled readers carry real files both ways.
+// The sample image I/O plug-in library in the registry: loaded as a plug-in, its writers and
+// pooled readers carry real files both ways.
 
 #include "OVApplication.h"
 #include "OVImageFileManager.h"
@@ -48,23 +48,6 @@ private slots:
             m_container->Release();
         m_loader.unload();
         OVImageFileManager::ReleaseInstance();
-    }
-
-    void formatsAndGroups()
-    {
-        OVImageFileManager* m = OVImageFileManager::GetInstance();
-        for (const QString format : {"bmp", "jpeg", "jpg", "png"})
-            QVERIFY2(m->GetPluginForRead(format.toUpper()) == m_plugin &&
-                         m->GetPluginForWrite(format) == m_plugin,
-                     qPrintable(format));
-        QVERIFY(OVImageFileManager::GetFilterForWrite().contains(QStringLiteral("JPEG (*.jpg *.jpeg)")));
-
-        // Readers made by UID are those the pool lends for the same format.
-        OVImageFileReader* pooled = m->AcquireReader(QStringLiteral("jpeg"));
-        OVImageFileReader* byUID = m->CreateReaderByUID(pooled->GetUID());
-        QCOMPARE(byUID->GetFormats(), QStringList({"jpg", "jpeg"}));
-        m->ReleaseReader(byUID);
-        m->ReleaseAcquiredReader(pooled);
     }
 
     void roundTrip_data()
