@@ -1,4 +1,4 @@
-// The look: themes from real resources and folders, the colours and the pattern index with their
+// The look: themes from real resources and folders, the colours with their
 // signals, texture patterns from real images, and gradient stops bound to the
 // colours, converted and streamed.
 
@@ -56,7 +56,6 @@ private slots:
         m_signals.Record(app, &OVApplication::ForegroundChanged, QStringLiteral("ForegroundChanged"));
         m_signals.Record(app, &OVApplication::MaskBackgroundChanged, QStringLiteral("MaskBackgroundChanged"));
         m_signals.Record(app, &OVApplication::MaskForegroundChanged, QStringLiteral("MaskForegroundChanged"));
-        m_signals.Record(app, &OVApplication::TexturePatternChanged, QStringLiteral("TexturePatternChanged"));
     }
 
     void themes()
@@ -113,14 +112,6 @@ private slots:
             c.set(c.def);
             QCOMPARE(m_signals.Take(), QStringList({c.signal, c.signal}));
         }
-    }
-
-    void patternIndex()
-    {
-        for (int index : {0, 7, 7, -3})
-            OVApplication::SetTexturePatternIndex(index);
-        QCOMPARE(OVApplication::GetTexturePatternIndex(), -3);
-        QCOMPARE(m_signals.Take(), QStringList({"TexturePatternChanged(7)", "TexturePatternChanged(-3)"}));
     }
 
     void patterns()
