@@ -34,166 +34,158 @@ class TestEndpointMessanger : public QObject
 private slots:
     void initTestCase() { QVERIFY(m_server.Start()); }
     void init() { m_server.Clear(); }
-    void endpointIds();
-    void post_data();
-    void post();
-    void shutdown_data();
-    void shutdown();
+
+    void endpointIds()
+    {
+        OVEndpointMessanger messenger;
+        for (unsigned int i = 0; i < 3; ++i)
+            QCOMPARE(messenger.RegisterEndpoint(m_server.Url("/ids"), {}, {}, {}), i);
+        QStringList calls;
+        QSemaphore done;
+        QVERIFY(!messenger.PostMessage(3, Doc(0, 3), [&](const QByteArray&) { calls << "3"; }));
+        // An empty callback is skipped; the next post shows that the queue went on past it.
+        QVERIFY(messenger.PostMessage(0, Doc(0, 0), {}));
+        QVERIFY(
+            messenger.PostMessage(2, Doc(0, 2), [&](const QByteArray&) { calls << "2", done.release(); }));
+        QVERIFY(done.tryAcquire(1, kWaitMs));
+        QCOMPARE(calls, QStringList{"2"});
+        QCOMPARE(m_server.Requests().size(), 2);
+    }
+
+    void post_data()
+    {
+        QTest::addColumn<QString>("url");
+        QTest::addColumn<HttpServer::Answer>("answer");
+        QTest::addColumn<QByteArray>("served");
+        QTest::addColumn<QString>("user");
+        QTest::addColumn<QString>("contentType");
+        QTest::addColumn<int>("requests");
+        QTest::addColumn<QByteArray>("body"); // what the callback receives
+        QTest::addColumn<int>("error");       // logged error code, -1 for none
+        using A = HttpServer::Answer;
+        const QByteArray huge(32 << 20, 'x');
+        QTest::newRow("json") << "/a" << A::Ok << QByteArray("hello") << ""
+                              << "application/json" << 1 << QByteArray("hello") << -1;
+        QTest::newRow("gigantic") << "/c" << A::Ok << huge << ""
+                                  << "" << 1 << huge << -1;
+        // Qt marks an HTTP error status only once the body has arrived, so the body gets through.
+        QTest::newRow("500") << "/d" << A::ServerError << QByteArray("boom") << ""
+                             << "" << 1 << QByteArray("boom") << int(QNetworkReply::InternalServerError);
+        QTest::newRow("auth") << "/e" << A::BasicAuth << QByteArray("in") << "alice"
+                              << "" << 2 << QByteArray("in") << -1;
+        QTest::newRow("auth, no user")
+            << "/f" << A::BasicAuth << QByteArray("in") << ""
+            << "" << 1 << QByteArray() << int(QNetworkReply::AuthenticationRequiredError);
+        QTest::newRow("closed") << "/g" << A::CloseMidReply << QByteArray("part") << ""
+                                << "" << 1 << QByteArray("part") << int(QNetworkReply::RemoteHostClosedError);
+        QTest::newRow("garbage url") << "::garbage" << A::Ok << QByteArray() << ""
+                                     << "" << 0 << QByteArray() << int(QNetworkReply::ProtocolUnknownError);
+    }
+
+    void post()
+    {
+        QFETCH(QString, url);
+        QFETCH(HttpServer::Answer, answer);
+        QFETCH(QByteArray, served);
+        QFETCH(QString, user);
+        QFETCH(QString, contentType);
+        QFETCH(int, requests);
+        QFETCH(QByteArray, body);
+        QFETCH(int, error);
+
+        m_server.SetAnswer(url.toUtf8(), answer, served);
+        OVTest::LogCapture log;
+        OVEndpointMessanger messenger;
+        const unsigned int id = messenger.RegisterEndpoint(url.startsWith('/') ? m_server.Url(url) : url,
+                                                           user, QStringLiteral("s3cret"), contentType);
+        QByteArray received;
+        QThread* callbackThread = nullptr;
+        QSemaphore done;
+        QVERIFY(messenger.PostMessage(id, Doc(1, 1), [&](const QByteArray& b) {
+            received = b, callbackThread = QThread::currentThread(), done.release();
+        }));
+        QVERIFY(done.tryAcquire(1, kWaitMs));
+
+        QCOMPARE(received, body);
+        QVERIFY(callbackThread != QCoreApplication::instance()->thread());
+        const QList<OVTest::HttpRequest> got = m_server.Requests();
+        QCOMPARE(got.size(), requests);
+        if (requests > 0) {
+            const OVTest::HttpRequest& last = got.last();
+            QCOMPARE(last.method, QByteArray("POST"));
+            QCOMPARE(last.body, Doc(1, 1).toJson());
+            QCOMPARE(last.Header("Content-Type"), contentType.isEmpty()
+                                                      ? QByteArray("application/x-www-form-urlencoded")
+                                                      : contentType.toUtf8());
+            QCOMPARE(last.Header("Authorization"),
+                     user.isEmpty() ? QByteArray() : "Basic " + QByteArray("alice:s3cret").toBase64());
+        }
+        // Two lines: the code, then the reply's error text.
+        const QStringList lines = log.Matching(QStringLiteral("Build date="));
+        const QString file = QStringLiteral("src\\OVEndpointMessanger.cpp");
+        const int at =
+            lines.indexOf(OVTest::BuildLogLine(file, QStringLiteral("Send event error: %1").arg(error)));
+        QCOMPARE(at >= 0, error >= 0);
+        QCOMPARE(log.Matching(QStringLiteral("Send event error")).size(), error >= 0 ? 1 : 0);
+        if (at >= 0)
+            QVERIFY(lines.value(at + 1).contains(QStringLiteral("OVEndpointMessanger.cpp")));
+    }
+
+    void shutdown_data()
+    {
+        QTest::addColumn<bool>("hold");
+        QTest::addColumn<bool>("release");
+        QTest::addColumn<int>("callbacks"); // -1: any number up to all
+        QTest::addColumn<int>("requests");
+        // The post in flight is answered while the destructor waits: the drain goes on to the end.
+        QTest::newRow("answered") << true << true << 3 << 3;
+        // Never answered: the destructor still returns; the aborted post reports, the rest is dropped.
+        QTest::newRow("never answered") << true << false << 1 << 1;
+        // Destroyed at once: each post is either sent with its callback or dropped without it.
+        QTest::newRow("at once") << false << false << -1 << -1;
+    }
+
+    void shutdown()
+    {
+        QFETCH(bool, hold);
+        QFETCH(bool, release);
+        QFETCH(int, callbacks);
+        QFETCH(int, requests);
+
+        m_server.SetAnswer("/held", hold ? HttpServer::Answer::Hold : HttpServer::Answer::Ok);
+        auto messenger = std::make_unique<OVEndpointMessanger>();
+        const unsigned int id = messenger->RegisterEndpoint(m_server.Url("/held"), {}, {}, {});
+        std::atomic<int> called{0};
+        std::atomic<bool> returned{false};
+        std::atomic<int> late{0};
+        for (int i = 0; i < 3; ++i)
+            messenger->PostMessage(id, Doc(0, i),
+                                   [&](const QByteArray&) { ++called, late += returned.load(); });
+        if (hold)
+            QVERIFY(m_server.WaitForRequests(1, kWaitMs));
+        std::thread releaser;
+        if (release)
+            releaser = std::thread([this] {
+                m_server.SetAnswer("/held", HttpServer::Answer::Ok);
+                m_server.Release();
+            });
+        messenger.reset();
+        returned = true;
+        if (releaser.joinable())
+            releaser.join();
+        m_server.Release();
+
+        if (callbacks >= 0)
+            QCOMPARE(called.load(), callbacks);
+        if (requests >= 0)
+            QCOMPARE(m_server.Requests().size(), requests);
+        QVERIFY(called <= m_server.Requests().size());
+        QCOMPARE(late.load(), 0);
+    }
 
 private:
     HttpServer m_server;
 };
-
-void TestEndpointMessanger::endpointIds()
-{
-    OVEndpointMessanger messenger;
-    for (unsigned int i = 0; i < 3; ++i)
-        QCOMPARE(messenger.RegisterEndpoint(m_server.Url("/ids"), {}, {}, {}), i);
-    QStringList calls;
-    QSemaphore done;
-    QVERIFY(!messenger.PostMessage(3, Doc(0, 3), [&](const QByteArray&) { calls << "3"; }));
-    // An empty callback is skipped; the next post shows that the queue went on past it.
-    QVERIFY(messenger.PostMessage(0, Doc(0, 0), {}));
-    QVERIFY(messenger.PostMessage(2, Doc(0, 2), [&](const QByteArray&) { calls << "2", done.release(); }));
-    QVERIFY(done.tryAcquire(1, kWaitMs));
-    QCOMPARE(calls, QStringList{"2"});
-    QCOMPARE(m_server.Requests().size(), 2);
-}
-
-void TestEndpointMessanger::post_data()
-{
-    QTest::addColumn<QString>("url");
-    QTest::addColumn<HttpServer::Answer>("answer");
-    QTest::addColumn<QByteArray>("served");
-    QTest::addColumn<QString>("user");
-    QTest::addColumn<QString>("contentType");
-    QTest::addColumn<int>("requests");
-    QTest::addColumn<QByteArray>("body"); // what the callback receives
-    QTest::addColumn<int>("error");       // logged error code, -1 for none
-    using A = HttpServer::Answer;
-    const QByteArray huge(32 << 20, 'x');
-    QTest::newRow("json") << "/a" << A::Ok << QByteArray("hello") << ""
-                          << "application/json" << 1 << QByteArray("hello") << -1;
-    // Qt itself gives a post without a Content-Type the form type, with a warning.
-    QTest::newRow("no type") << "/b" << A::Ok << QByteArray("hi") << ""
-                             << "" << 1 << QByteArray("hi") << -1;
-    QTest::newRow("gigantic") << "/c" << A::Ok << huge << ""
-                              << "" << 1 << huge << -1;
-    // Qt marks an HTTP error status only once the body has arrived, so the body gets through.
-    QTest::newRow("500") << "/d" << A::ServerError << QByteArray("boom") << ""
-                         << "" << 1 << QByteArray("boom") << int(QNetworkReply::InternalServerError);
-    QTest::newRow("auth") << "/e" << A::BasicAuth << QByteArray("in") << "alice"
-                          << "" << 2 << QByteArray("in") << -1;
-    QTest::newRow("auth, no user") << "/f" << A::BasicAuth << QByteArray("in") << ""
-                                   << "" << 1 << QByteArray()
-                                   << int(QNetworkReply::AuthenticationRequiredError);
-    QTest::newRow("closed") << "/g" << A::CloseMidReply << QByteArray("part") << ""
-                            << "" << 1 << QByteArray("part") << int(QNetworkReply::RemoteHostClosedError);
-    QTest::newRow("empty url") << "" << A::Ok << QByteArray() << ""
-                               << "" << 0 << QByteArray() << int(QNetworkReply::ProtocolUnknownError);
-    QTest::newRow("garbage url") << "::garbage" << A::Ok << QByteArray() << ""
-                                 << "" << 0 << QByteArray() << int(QNetworkReply::ProtocolUnknownError);
-}
-
-void TestEndpointMessanger::post()
-{
-    QFETCH(QString, url);
-    QFETCH(HttpServer::Answer, answer);
-    QFETCH(QByteArray, served);
-    QFETCH(QString, user);
-    QFETCH(QString, contentType);
-    QFETCH(int, requests);
-    QFETCH(QByteArray, body);
-    QFETCH(int, error);
-
-    m_server.SetAnswer(url.toUtf8(), answer, served);
-    OVTest::LogCapture log;
-    OVEndpointMessanger messenger;
-    const unsigned int id = messenger.RegisterEndpoint(url.startsWith('/') ? m_server.Url(url) : url, user,
-                                                       QStringLiteral("s3cret"), contentType);
-    QByteArray received;
-    QThread* callbackThread = nullptr;
-    QSemaphore done;
-    QVERIFY(messenger.PostMessage(id, Doc(1, 1), [&](const QByteArray& b) {
-        received = b, callbackThread = QThread::currentThread(), done.release();
-    }));
-    QVERIFY(done.tryAcquire(1, kWaitMs));
-
-    QCOMPARE(received, body);
-    QVERIFY(callbackThread != QCoreApplication::instance()->thread());
-    const QList<OVTest::HttpRequest> got = m_server.Requests();
-    QCOMPARE(got.size(), requests);
-    if (requests > 0) {
-        const OVTest::HttpRequest& last = got.last();
-        QCOMPARE(last.method, QByteArray("POST"));
-        QCOMPARE(last.body, Doc(1, 1).toJson());
-        QCOMPARE(last.Header("Content-Type"), contentType.isEmpty()
-                                                  ? QByteArray("application/x-www-form-urlencoded")
-                                                  : contentType.toUtf8());
-        QCOMPARE(last.Header("Authorization"),
-                 user.isEmpty() ? QByteArray() : "Basic " + QByteArray("alice:s3cret").toBase64());
-    }
-    // Two lines: the code, then the reply's error text.
-    const QStringList lines = log.Matching(QStringLiteral("Build date="));
-    const QString file = QStringLiteral("src\\OVEndpointMessanger.cpp");
-    const int at =
-        lines.indexOf(OVTest::BuildLogLine(file, QStringLiteral("Send event error: %1").arg(error)));
-    QCOMPARE(at >= 0, error >= 0);
-    QCOMPARE(log.Matching(QStringLiteral("Send event error")).size(), error >= 0 ? 1 : 0);
-    if (at >= 0)
-        QVERIFY(lines.value(at + 1).contains(QStringLiteral("OVEndpointMessanger.cpp")));
-}
-
-void TestEndpointMessanger::shutdown_data()
-{
-    QTest::addColumn<bool>("hold");
-    QTest::addColumn<bool>("release");
-    QTest::addColumn<int>("callbacks"); // -1: any number up to all
-    QTest::addColumn<int>("requests");
-    // The post in flight is answered while the destructor waits: the drain goes on to the end.
-    QTest::newRow("answered") << true << true << 3 << 3;
-    // Never answered: the destructor still returns; the aborted post reports, the rest is dropped.
-    QTest::newRow("never answered") << true << false << 1 << 1;
-    // Destroyed at once: each post is either sent with its callback or dropped without it.
-    QTest::newRow("at once") << false << false << -1 << -1;
-}
-
-void TestEndpointMessanger::shutdown()
-{
-    QFETCH(bool, hold);
-    QFETCH(bool, release);
-    QFETCH(int, callbacks);
-    QFETCH(int, requests);
-
-    m_server.SetAnswer("/held", hold ? HttpServer::Answer::Hold : HttpServer::Answer::Ok);
-    auto messenger = std::make_unique<OVEndpointMessanger>();
-    const unsigned int id = messenger->RegisterEndpoint(m_server.Url("/held"), {}, {}, {});
-    std::atomic<int> called{0};
-    std::atomic<bool> returned{false};
-    std::atomic<int> late{0};
-    for (int i = 0; i < 3; ++i)
-        messenger->PostMessage(id, Doc(0, i), [&](const QByteArray&) { ++called, late += returned.load(); });
-    if (hold)
-        QVERIFY(m_server.WaitForRequests(1, kWaitMs));
-    std::thread releaser;
-    if (release)
-        releaser = std::thread([this] {
-            m_server.SetAnswer("/held", HttpServer::Answer::Ok);
-            m_server.Release();
-        });
-    messenger.reset();
-    returned = true;
-    if (releaser.joinable())
-        releaser.join();
-    m_server.Release();
-
-    if (callbacks >= 0)
-        QCOMPARE(called.load(), callbacks);
-    if (requests >= 0)
-        QCOMPARE(m_server.Requests().size(), requests);
-    QVERIFY(called <= m_server.Requests().size());
-    QCOMPARE(late.load(), 0);
-}
 
 int main(int argc, char** argv)
 {

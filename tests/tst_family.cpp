@@ -51,19 +51,6 @@ private slots:
         QCOMPARE(profile.GetColorSpace(), 0u);
     }
 
-    void profileIsAValue()
-    {
-        OVCMSProfile rgb;
-        QVERIFY(rgb.LoadFromData(OVTest::MakeProfile("sRGB")));
-        OVCMSProfile copy = rgb;
-        QVERIFY(copy.LoadFromData(OVTest::MakeProfile("gray")));
-        QCOMPARE(rgb.GetColorSpace(), quint32(OVCMSProfile::RGBSpace));
-        QCOMPARE(copy.GetColorSpace(), quint32(OVCMSProfile::GraySpace));
-        copy = rgb;
-        QCOMPARE(copy.GetData(), rgb.GetData());
-        QVERIFY(!OVCMSProfile().IsValid());
-    }
-
     void pixelRatio_data()
     {
         QTest::addColumn<double>("ratio");

@@ -1,23 +1,16 @@
-// The look: themes from real resources and folders, the colours and the pattern index with their
-// signals, the gradient brush, texture patterns from real images, and gradient stops bound to the
+// The look: themes from real resources and folders, the colours with their
+// signals, texture patterns from real images, and gradient stops bound to the
 // colours, converted and streamed.
 
 #include "OVApplication.h"
 #include "OVGradientStop.h"
 #include "OVTestSupport.h"
 
-#include <QBrush>
 #include <QDataStream>
 #include <QDir>
 #include <QImage>
 
 using Stops = QVector<QPair<double, QColor>>;
-using Getter = QColor (*)();
-using Setter = void (*)(const QColor&);
-Q_DECLARE_METATYPE(Getter)
-Q_DECLARE_METATYPE(Setter)
-Q_DECLARE_METATYPE(QDataStream::ByteOrder)
-Q_DECLARE_METATYPE(QDataStream::FloatingPointPrecision)
 
 namespace {
 
@@ -63,7 +56,6 @@ private slots:
         m_signals.Record(app, &OVApplication::ForegroundChanged, QStringLiteral("ForegroundChanged"));
         m_signals.Record(app, &OVApplication::MaskBackgroundChanged, QStringLiteral("MaskBackgroundChanged"));
         m_signals.Record(app, &OVApplication::MaskForegroundChanged, QStringLiteral("MaskForegroundChanged"));
-        m_signals.Record(app, &OVApplication::TexturePatternChanged, QStringLiteral("TexturePatternChanged"));
     }
 
     void themes()
@@ -99,47 +91,27 @@ private slots:
         QCOMPARE(OVApplication::GetUserValue(OVApplication::ThemePath).toString(), QStringLiteral(":/Light"));
     }
 
-    void colours_data()
-    {
-        QTest::addColumn<Getter>("get");
-        QTest::addColumn<Setter>("set");
-        QTest::addColumn<QColor>("def");
-        QTest::addColumn<QString>("signal");
-        QTest::newRow("background") << &OVApplication::GetBackground << &OVApplication::SetBackground
-                                    << QColor(Qt::white) << "BackgroundChanged()";
-        QTest::newRow("foreground") << &OVApplication::GetForeground << &OVApplication::SetForeground
-                                    << QColor(Qt::black) << "ForegroundChanged()";
-        QTest::newRow("mask background")
-            << &OVApplication::GetMaskBackground << &OVApplication::SetMaskBackground << QColor(Qt::black)
-            << "MaskBackgroundChanged()";
-        QTest::newRow("mask foreground")
-            << &OVApplication::GetMaskForeground << &OVApplication::SetMaskForeground << QColor(Qt::white)
-            << "MaskForegroundChanged()";
-    }
-
     void colours()
     {
-        QFETCH(Getter, get);
-        QFETCH(Setter, set);
-        QFETCH(QColor, def);
-        QFETCH(QString, signal);
-        QCOMPARE(get(), def);
-        for (const QColor& colour : {def, QColor::fromHsv(200, 100, 50), QColor::fromHsv(200, 100, 50)})
-            set(colour);
-        QCOMPARE(get(), QColor::fromHsv(200, 100, 50));
-        set(def);
-        QCOMPARE(m_signals.Take(), QStringList({signal, signal}));
-    }
-
-    void patternIndexAndGradient()
-    {
-        for (int index : {0, 7, 7, -3})
-            OVApplication::SetTexturePatternIndex(index);
-        QCOMPARE(OVApplication::GetTexturePatternIndex(), -3);
-        QCOMPARE(OVApplication::GetGradient(), QBrush());
-        OVApplication::SetGradient(QLinearGradient(0, 0, 1, 0));
-        QCOMPARE(OVApplication::GetGradient(), QBrush(QLinearGradient(0, 0, 1, 0)));
-        QCOMPARE(m_signals.Take(), QStringList({"TexturePatternChanged(7)", "TexturePatternChanged(-3)"}));
+        using A = OVApplication;
+        const struct
+        {
+            QColor (*get)();
+            void (*set)(const QColor&);
+            QColor def;
+            QString signal;
+        } cases[] = {{&A::GetBackground, &A::SetBackground, Qt::white, "BackgroundChanged()"},
+                     {&A::GetForeground, &A::SetForeground, Qt::black, "ForegroundChanged()"},
+                     {&A::GetMaskBackground, &A::SetMaskBackground, Qt::black, "MaskBackgroundChanged()"},
+                     {&A::GetMaskForeground, &A::SetMaskForeground, Qt::white, "MaskForegroundChanged()"}};
+        for (const auto& c : cases) {
+            QCOMPARE(c.get(), c.def);
+            for (const QColor& colour : {c.def, QColor::fromHsv(200, 100, 50), QColor::fromHsv(200, 100, 50)})
+                c.set(colour);
+            QCOMPARE(c.get(), QColor::fromHsv(200, 100, 50));
+            c.set(c.def);
+            QCOMPARE(m_signals.Take(), QStringList({c.signal, c.signal}));
+        }
     }
 
     void patterns()
@@ -187,25 +159,13 @@ private slots:
         m_signals.Clear();
     }
 
-    void stopStreaming_data()
-    {
-        QTest::addColumn<QDataStream::ByteOrder>("order");
-        QTest::addColumn<QDataStream::FloatingPointPrecision>("precision");
-        QTest::newRow("big, double") << QDataStream::BigEndian << QDataStream::DoublePrecision;
-        QTest::newRow("big, single") << QDataStream::BigEndian << QDataStream::SinglePrecision;
-        QTest::newRow("little, double") << QDataStream::LittleEndian << QDataStream::DoublePrecision;
-        QTest::newRow("little, single") << QDataStream::LittleEndian << QDataStream::SinglePrecision;
-    }
-
-    // Stops read with the settings they were written with come back field by field; cut short,
-    // the read says so and leaves values it read or defaults.
+    // Stops read with the settings they were written with (here not the default ones) come back
+    // field by field; cut short, the read says so and leaves values it read or defaults.
     void stopStreaming()
     {
-        QFETCH(QDataStream::ByteOrder, order);
-        QFETCH(QDataStream::FloatingPointPrecision, precision);
-        const auto configure = [&](QDataStream& stream) {
-            stream.setByteOrder(order);
-            stream.setFloatingPointPrecision(precision);
+        const auto configure = [](QDataStream& stream) {
+            stream.setByteOrder(QDataStream::LittleEndian);
+            stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
         };
         const QList<OVGradientStop> stops = {
             OVGradientStop(0.375, QColor::fromHsv(30, 40, 50, 60), true, false, true),
@@ -223,7 +183,7 @@ private slots:
         }
         QVERIFY(in.status() == QDataStream::Ok && in.atEnd());
 
-        const int positionSize = precision == QDataStream::DoublePrecision ? 8 : 4;
+        const int positionSize = 4;
         for (int cut = 0; cut < positionSize + 14; ++cut) {
             QDataStream part(bytes.left(cut));
             configure(part);

@@ -8,8 +8,6 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
-#include <functional>
-
 namespace {
 
 using A = OVApplication;
@@ -27,57 +25,6 @@ QVariant RawValue(const QString& key)
 void WriteRaw(const QString& key, const QVariant& value)
 {
     QSettings(UserIni(), QSettings::IniFormat).setValue(key, value);
-}
-
-// One typed accessor pair of the store, with its key, default and a value to write.
-struct Accessor
-{
-    QString key;
-    std::function<QVariant()> get;
-    std::function<void(const QVariant&)> set;
-    QVariant def;
-    QVariant value;
-};
-
-template <typename T, typename S>
-Accessor Make(const QString& key, T (*get)(), void (*set)(S), QVariant def, QVariant value)
-{
-    return {key, [get] { return QVariant::fromValue(get()); },
-            [set](const QVariant& v) { set(v.value<std::decay_t<S>>()); }, def, value};
-}
-
-template <typename E>
-Accessor Policy(const QString& key, E (*get)(), void (*set)(E), int def, int value)
-{
-    return {key, [get] { return QVariant(int(get())); }, [set](const QVariant& v) { set(E(v.toInt())); }, def,
-            value};
-}
-
-const std::vector<Accessor>& Accessors()
-{
-    const QString path = QStringLiteral("C:/Pictures");
-    const QString compression = QStringLiteral("MessagesAndConfirmationsSettings/Show%1CompressionSettings");
-    static const std::vector<Accessor> accessors = {
-        Make("Save/PathOpen", &A::GetPathOpen, &A::SetPathOpen, QString(), path),
-        Make("Save/PathExport", &A::GetPathExport, &A::SetPathExport, QString(), path),
-        Make("Batch/Path/Open", &A::GetBatchPathOpen, &A::SetBatchPathOpen, QString(), path),
-        Make("Batch/Path/Input", &A::GetBatchPathInput, &A::SetBatchPathInput, QString(), path),
-        Make("Batch/Path/Output", &A::GetBatchPathOutput, &A::SetBatchPathOutput, QString(), path),
-        Make(compression.arg("PNG"), &A::IsPNGCompressionVisible, &A::SetPNGCompressionVisible, true, false),
-        Make(compression.arg("JPG"), &A::IsJPGCompressionVisible, &A::SetJPGCompressionVisible, true, false),
-        Make(compression.arg("TIFF"), &A::IsTIFCompressionVisible, &A::SetTIFCompressionVisible, true, false),
-        Make("DocumentIO/IncompleteInfoState", &A::WarnAboutLayerInfo, &A::SetWarnAboutLayerInfo, true,
-             false),
-        Policy("ColorManagement/MissingPolicy", &A::GetColorManagementMissingPolicy,
-               &A::SetColorManagementMissingPolicy, 1, 2),
-        Policy("ColorManagement/EqualPolicy", &A::GetColorManagementEqualPolicy,
-               &A::SetColorManagementEqualPolicy, 1, 0),
-        Policy("ColorManagement/NotEqualPolicy", &A::GetColorManagementNotEqualPolicy,
-               &A::SetColorManagementNotEqualPolicy, 3, 4),
-        Policy("ColorManagement/ColorSpaceMismatchPolicy", &A::GetColorManagementColorSpaceMismatchPolicy,
-               &A::SetColorManagementColorSpaceMismatchPolicy, 0, 2),
-    };
-    return accessors;
 }
 
 } // namespace
@@ -120,32 +67,11 @@ private slots:
         QCOMPARE(A::GetUserValue(QStringLiteral("Window/Geometry"), 0), QVariant(0));
     }
 
-    void typedAccessors_data()
-    {
-        QTest::addColumn<int>("index");
-        for (size_t i = 0; i < Accessors().size(); ++i)
-            QTest::newRow(qPrintable(Accessors()[i].key)) << int(i);
-    }
-    void typedAccessors()
-    {
-        QFETCH(int, index);
-        const Accessor& accessor = Accessors()[size_t(index)];
-        QCOMPARE(accessor.get(), accessor.def);
-        accessor.set(accessor.value);
-        QCOMPARE(accessor.get(), accessor.value);
-        QCOMPARE(RawValue(accessor.key).toString(), accessor.value.toString());
-        QVERIFY(!QFileInfo::exists(A::GetDataFolder() + QStringLiteral("/app.ini")));
-        // Writes are unconditional: writing the default stores it.
-        accessor.set(accessor.def);
-        QCOMPARE(RawValue(accessor.key).toString(), accessor.def.toString());
-    }
-
     void languageIndexDropsRegion_data()
     {
         QTest::addColumn<QVariant>("stored");
         QTest::addColumn<QString>("expected");
         QTest::newRow("language and region") << QVariant("pt_BR") << "pt";
-        QTest::newRow("script and region") << QVariant("zh_Hant_TW") << "zh";
         QTest::newRow("leading underscore") << QVariant("_x") << "";
         QTest::newRow("hyphen is kept") << QVariant("pt-BR") << "pt-BR";
     }

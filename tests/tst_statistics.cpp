@@ -53,182 +53,161 @@ class TestStatistics : public QObject
 
 private slots:
     void init() { s_server->Clear(); }
-    void events_data();
-    void events();
-    void identification_data();
-    void identification();
-    void sessions();
-    void orderAcrossThreads();
-    void optOut();
-};
 
-void TestStatistics::events_data()
-{
-    QTest::addColumn<int>("overload"); // 0: the document, 1: type and id, 2: with properties
-    QTest::addColumn<QJsonDocument>("doc");
-    QTest::addColumn<QVariantMap>("properties");
-    QTest::addColumn<QJsonObject>("expected"); // without the two stamps
-    const QJsonObject open{{"event_type", "open"}, {"event_id", 7}};
-    QJsonObject withProperties = open;
-    withProperties.insert("event_properties", QJsonObject{{"a", "1"}, {"b", "x y&z=%"}});
-    QJsonObject emptyProperties = open;
-    emptyProperties.insert("event_properties", QJsonObject());
-    const QJsonObject huge{{"blob", QString(4 << 20, 'h')}};
+    void events_data()
+    {
+        QTest::addColumn<int>("overload"); // 0: the document, 1: type and id, 2: with properties
+        QTest::addColumn<QJsonDocument>("doc");
+        QTest::addColumn<QVariantMap>("properties");
+        QTest::addColumn<QJsonObject>("expected"); // without the two stamps
+        const QJsonObject open{{"event_type", "open"}, {"event_id", 7}};
+        QJsonObject withProperties = open;
+        withProperties.insert("event_properties", QJsonObject{{"a", "1"}, {"b", "x y&z=%"}});
+        QJsonObject emptyProperties = open;
+        emptyProperties.insert("event_properties", QJsonObject());
+        const QJsonObject huge{{"blob", QString(4 << 20, 'h')}};
 
-    QTest::newRow("type and id") << 1 << QJsonDocument() << QVariantMap() << open;
-    QTest::newRow("properties") << 2 << QJsonDocument() << QVariantMap{{"a", "1"}, {"b", "x y&z=%"}}
-                                << withProperties;
-    QTest::newRow("no properties") << 2 << QJsonDocument() << QVariantMap() << emptyProperties;
-    QTest::newRow("stamps replaced") << 0
-                                     << QJsonDocument(
-                                            QJsonObject{{"device_id", "x"}, {"session_id", 1}, {"k", true}})
-                                     << QVariantMap() << QJsonObject{{"k", true}};
-    QTest::newRow("array") << 0 << QJsonDocument(QJsonArray{1, 2}) << QVariantMap() << QJsonObject();
-    QTest::newRow("empty object") << 0 << QJsonDocument(QJsonObject()) << QVariantMap() << QJsonObject();
-    QTest::newRow("huge") << 0 << QJsonDocument(huge) << QVariantMap() << huge;
-}
-
-void TestStatistics::events()
-{
-    QFETCH(int, overload);
-    QFETCH(QJsonDocument, doc);
-    QFETCH(QVariantMap, properties);
-    QFETCH(QJsonObject, expected);
-
-    std::map<QString, QString> map;
-    for (auto it = properties.cbegin(); it != properties.cend(); ++it)
-        map[it.key()] = it.value().toString();
-    if (overload == 0)
-        OVApplication::SendStatisticsEvent(doc);
-    else if (overload == 1)
-        OVApplication::SendStatisticsEvent("open", 7);
-    else
-        OVApplication::SendStatisticsEvent("open", 7, map);
-    QVERIFY(s_server->WaitForRequests(1, kWaitMs));
-    const OVTest::HttpRequest request = s_server->Requests().value(0);
-    QCOMPARE(request.path, QByteArray("/events"));
-    QCOMPARE(request.Header("Content-Type"), QByteArray("application/x-www-form-urlencoded"));
-    const auto form = Form(request);
-    QCOMPARE(form.size(), 2);
-    QCOMPARE(form[0], qMakePair(QStringLiteral("api_key"), QStringLiteral("k3y&=")));
-    QCOMPARE(form[1].first, QStringLiteral("event_json"));
-
-    const QJsonObject payload = Payload(request);
-    QVERIFY(payload["session_id"].toDouble() > 0);
-    expected.insert("device_id", MakeDeviceId());
-    expected.insert("session_id", payload["session_id"]);
-    QCOMPARE(payload, expected);
-    // The indented text, keys in alphabetical order.
-    QCOMPARE(form[1].second, QString::fromUtf8(QJsonDocument(expected).toJson()));
-}
-
-void TestStatistics::identification_data()
-{
-    QTest::addColumn<QString>("email");
-    QTest::addColumn<QString>("posted");
-    QTest::newRow("email") << "a@b.c"
-                           << "a@b.c";
-    QTest::newRow("no email") << ""
-                              << "Unknown";
-}
-
-void TestStatistics::identification()
-{
-    QFETCH(QString, email);
-    QFETCH(QString, posted);
-
-    // A language folder without translations still makes its language the current one.
-    QVERIFY(QDir(OVApplication::GetResourcePath()).mkpath("translations/de.lproj"));
-    OVApplication::GetInstance()->LoadLanguage("de");
-    OVApplication::SendIdentificationEvent("pro", "store", email, "2.8");
-    QVERIFY(s_server->WaitForRequests(1, kWaitMs));
-    const OVTest::HttpRequest request = s_server->Requests().value(0);
-    QCOMPARE(request.path, QByteArray("/identify"));
-    const auto form = Form(request);
-    QCOMPARE(form.size(), 2);
-    QCOMPARE(form[0].first, QStringLiteral("api_key"));
-    QCOMPARE(form[1].first, QStringLiteral("ident_json"));
-    const QJsonObject user{{"plan", "pro"},
-                           {"channel", "store"},
-                           {"email", posted},
-                           {"start_version", "2.8"},
-                           {"screen_resolution", QJsonArray::fromStringList(GetScreenResolutions())},
-                           {"screen_scaling", QJsonArray::fromStringList(GetScreenScalings())},
-                           {"system_locale", QLocale::system().name()},
-                           {"system_region", GetSystemRegion()}};
-    const QJsonObject expected{{"app_version", "2.9.0.8191"},
-                               {"device_id", MakeDeviceId()},
-                               {"platform", "Windows"},
-                               {"os_name", "Windows"},
-                               {"os_version", OVApplication::GetOSVersionString()},
-                               {"language", "de"},
-                               {"user_properties", user}};
-    QCOMPARE(Payload(request), expected);
-}
-
-void TestStatistics::sessions()
-{
-    // A is held by the server while B waits in the queue; C comes after the change.
-    s_server->SetAnswer("/events", HttpServer::Answer::Hold);
-    OVApplication::SendStatisticsEvent("A", 1);
-    QVERIFY(s_server->WaitForRequests(1, kWaitMs));
-    OVApplication::SendStatisticsEvent("B", 2);
-    const qint64 before = qint64(Posted("/events").value(0)["session_id"].toDouble());
-    // The new session must differ from the old one: let the clock pass it first.
-    while (QDateTime::currentMSecsSinceEpoch() <= before) {
+        QTest::newRow("type and id") << 1 << QJsonDocument() << QVariantMap() << open;
+        QTest::newRow("properties") << 2 << QJsonDocument() << QVariantMap{{"a", "1"}, {"b", "x y&z=%"}}
+                                    << withProperties;
+        QTest::newRow("no properties") << 2 << QJsonDocument() << QVariantMap() << emptyProperties;
+        QTest::newRow("stamps replaced")
+            << 0 << QJsonDocument(QJsonObject{{"device_id", "x"}, {"session_id", 1}, {"k", true}})
+            << QVariantMap() << QJsonObject{{"k", true}};
+        QTest::newRow("array") << 0 << QJsonDocument(QJsonArray{1, 2}) << QVariantMap() << QJsonObject();
+        QTest::newRow("huge") << 0 << QJsonDocument(huge) << QVariantMap() << huge;
     }
-    const qint64 changing = QDateTime::currentMSecsSinceEpoch();
-    OVApplication::ChangeStatisticsSession();
-    OVApplication::SendStatisticsEvent("C", 3);
-    const qint64 changed = QDateTime::currentMSecsSinceEpoch();
-    s_server->SetAnswer("/events", HttpServer::Answer::Ok);
-    s_server->Release();
-    QVERIFY(s_server->WaitForRequests(3, kWaitMs));
 
-    const QList<QJsonObject> posted = Posted("/events");
-    QCOMPARE(posted.size(), 3);
-    QCOMPARE(posted[2]["event_type"], QJsonValue("C"));
-    QCOMPARE(posted[1]["session_id"], QJsonValue(double(before)));
-    const qint64 after = qint64(posted[2]["session_id"].toDouble());
-    QVERIFY(after >= changing && after <= changed);
-}
+    void events()
+    {
+        QFETCH(int, overload);
+        QFETCH(QJsonDocument, doc);
+        QFETCH(QVariantMap, properties);
+        QFETCH(QJsonObject, expected);
 
-void TestStatistics::orderAcrossThreads()
-{
-    constexpr int kThreads = 8, kEach = 25;
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t)
-        threads.emplace_back([t] {
-            for (int i = 0; i < kEach; ++i)
-                OVApplication::SendStatisticsEvent(QString::number(t), i);
-        });
-    for (std::thread& thread : threads)
-        thread.join();
-    QVERIFY(s_server->WaitForRequests(kThreads * kEach, kWaitMs));
-    QVector<int> next(kThreads, 0);
-    for (const QJsonObject& event : Posted("/events"))
-        QCOMPARE(event["event_id"].toInt(), next[event["event_type"].toString().toInt()]++);
-    QCOMPARE(next, QVector<int>(kThreads, kEach));
-}
+        std::map<QString, QString> map;
+        for (auto it = properties.cbegin(); it != properties.cend(); ++it)
+            map[it.key()] = it.value().toString();
+        if (overload == 0)
+            OVApplication::SendStatisticsEvent(doc);
+        else if (overload == 1)
+            OVApplication::SendStatisticsEvent("open", 7);
+        else
+            OVApplication::SendStatisticsEvent("open", 7, map);
+        QVERIFY(s_server->WaitForRequests(1, kWaitMs));
+        const OVTest::HttpRequest request = s_server->Requests().value(0);
+        QCOMPARE(request.path, QByteArray("/events"));
+        QCOMPARE(request.Header("Content-Type"), QByteArray("application/x-www-form-urlencoded"));
+        const auto form = Form(request);
+        QCOMPARE(form.size(), 2);
+        QCOMPARE(form[0], qMakePair(QStringLiteral("api_key"), QStringLiteral("k3y&=")));
+        QCOMPARE(form[1].first, QStringLiteral("event_json"));
 
-void TestStatistics::optOut()
-{
-    QVERIFY(OVApplication::IsStatisticsEnabled());
-    OVApplication::SetStatisticsEnabled(false);
-    QCOMPARE(QSettings(OVApplication::GetUserDataFolder() + "/user.ini", QSettings::IniFormat)
-                 .value("Statistics/Enabled"),
-             QVariant("false"));
-    OVApplication::SendStatisticsEvent("off", 0);
-    OVApplication::SendIdentificationEvent("off", "", "", "");
-    OVApplication::SetStatisticsEnabled(true);
-    // Each client posts in queue order, so what comes first shows what was queued.
-    OVApplication::SendStatisticsEvent("on", 1);
-    OVApplication::SendIdentificationEvent("on", "", "", "");
-    QVERIFY(s_server->WaitForRequests(2, kWaitMs));
-    QCOMPARE(Posted("/events").value(0)["event_type"].toString(), QStringLiteral("on"));
-    QCOMPARE(Posted("/identify").value(0)["user_properties"].toObject()["plan"].toString(),
-             QStringLiteral("on"));
-}
+        const QJsonObject payload = Payload(request);
+        QVERIFY(payload["session_id"].toDouble() > 0);
+        expected.insert("device_id", MakeDeviceId());
+        expected.insert("session_id", payload["session_id"]);
+        QCOMPARE(payload, expected);
+        // The indented text, keys in alphabetical order.
+        QCOMPARE(form[1].second, QString::fromUtf8(QJsonDocument(expected).toJson()));
+    }
+
+    void identification()
+    {
+        // A language folder without translations still makes its language the current one.
+        QVERIFY(QDir(OVApplication::GetResourcePath()).mkpath("translations/de.lproj"));
+        OVApplication::GetInstance()->LoadLanguage("de");
+        // Without an e-mail address the user is "Unknown".
+        OVApplication::SendIdentificationEvent("pro", "store", "", "2.8");
+        QVERIFY(s_server->WaitForRequests(1, kWaitMs));
+        const OVTest::HttpRequest request = s_server->Requests().value(0);
+        QCOMPARE(request.path, QByteArray("/identify"));
+        const auto form = Form(request);
+        QCOMPARE(form.size(), 2);
+        QCOMPARE(form[0].first, QStringLiteral("api_key"));
+        QCOMPARE(form[1].first, QStringLiteral("ident_json"));
+        const QJsonObject user{{"plan", "pro"},
+                               {"channel", "store"},
+                               {"email", "Unknown"},
+                               {"start_version", "2.8"},
+                               {"screen_resolution", QJsonArray::fromStringList(GetScreenResolutions())},
+                               {"screen_scaling", QJsonArray::fromStringList(GetScreenScalings())},
+                               {"system_locale", QLocale::system().name()},
+                               {"system_region", GetSystemRegion()}};
+        const QJsonObject expected{{"app_version", "2.9.0.8191"},
+                                   {"device_id", MakeDeviceId()},
+                                   {"platform", "Windows"},
+                                   {"os_name", "Windows"},
+                                   {"os_version", OVApplication::GetOSVersionString()},
+                                   {"language", "de"},
+                                   {"user_properties", user}};
+        QCOMPARE(Payload(request), expected);
+    }
+
+    void sessions()
+    {
+        // A is held by the server while B waits in the queue; C comes after the change.
+        s_server->SetAnswer("/events", HttpServer::Answer::Hold);
+        OVApplication::SendStatisticsEvent("A", 1);
+        QVERIFY(s_server->WaitForRequests(1, kWaitMs));
+        OVApplication::SendStatisticsEvent("B", 2);
+        const qint64 before = qint64(Posted("/events").value(0)["session_id"].toDouble());
+        // The new session must differ from the old one: let the clock pass it first.
+        while (QDateTime::currentMSecsSinceEpoch() <= before) {
+        }
+        const qint64 changing = QDateTime::currentMSecsSinceEpoch();
+        OVApplication::ChangeStatisticsSession();
+        OVApplication::SendStatisticsEvent("C", 3);
+        const qint64 changed = QDateTime::currentMSecsSinceEpoch();
+        s_server->SetAnswer("/events", HttpServer::Answer::Ok);
+        s_server->Release();
+        QVERIFY(s_server->WaitForRequests(3, kWaitMs));
+
+        const QList<QJsonObject> posted = Posted("/events");
+        QCOMPARE(posted.size(), 3);
+        QCOMPARE(posted[2]["event_type"], QJsonValue("C"));
+        QCOMPARE(posted[1]["session_id"], QJsonValue(double(before)));
+        const qint64 after = qint64(posted[2]["session_id"].toDouble());
+        QVERIFY(after >= changing && after <= changed);
+    }
+
+    void orderAcrossThreads()
+    {
+        constexpr int kThreads = 8, kEach = 25;
+        std::vector<std::thread> threads;
+        for (int t = 0; t < kThreads; ++t)
+            threads.emplace_back([t] {
+                for (int i = 0; i < kEach; ++i)
+                    OVApplication::SendStatisticsEvent(QString::number(t), i);
+            });
+        for (std::thread& thread : threads)
+            thread.join();
+        QVERIFY(s_server->WaitForRequests(kThreads * kEach, kWaitMs));
+        QVector<int> next(kThreads, 0);
+        for (const QJsonObject& event : Posted("/events"))
+            QCOMPARE(event["event_id"].toInt(), next[event["event_type"].toString().toInt()]++);
+        QCOMPARE(next, QVector<int>(kThreads, kEach));
+    }
+
+    void optOut()
+    {
+        QVERIFY(OVApplication::IsStatisticsEnabled());
+        OVApplication::SetStatisticsEnabled(false);
+        QCOMPARE(QSettings(OVApplication::GetUserDataFolder() + "/user.ini", QSettings::IniFormat)
+                     .value("Statistics/Enabled"),
+                 QVariant("false"));
+        OVApplication::SendStatisticsEvent("off", 0);
+        OVApplication::SendIdentificationEvent("off", "", "", "");
+        OVApplication::SetStatisticsEnabled(true);
+        // Each client posts in queue order, so what comes first shows what was queued.
+        OVApplication::SendStatisticsEvent("on", 1);
+        OVApplication::SendIdentificationEvent("on", "", "", "");
+        QVERIFY(s_server->WaitForRequests(2, kWaitMs));
+        QCOMPARE(Posted("/events").value(0)["event_type"].toString(), QStringLiteral("on"));
+        QCOMPARE(Posted("/identify").value(0)["user_properties"].toObject()["plan"].toString(),
+                 QStringLiteral("on"));
+    }
+};
 
 int main(int argc, char** argv)
 {

@@ -1,5 +1,5 @@
-// The tool-bar and tool-widget content managers: every case runs against both, which differ only
-// in what happens to the keyboard focus of a content that is switched away from.
+// The tool-bar and tool-widget content managers, which share their code: the cases run against the
+// tool bar's, and the focus of a content switched away from, where they differ, against both.
 
 #include "OVApplication.h"
 #include "OVTestSupport.h"
@@ -13,55 +13,18 @@
 
 namespace {
 
-// The static operations of one manager.
-struct Manager
-{
-    void (*init)();
-    void (*release)();
-    bool (*add)(QWidget*, const QString&);
-    void (*activate)(QWidget*);
-    void (*remove)(QWidget*);
-    QWidget* (*general)();
-    bool (*empty)();
-    QString (*currentUID)();
-    // The UID a content is registered under, read from the registry itself.
-    QString (*uidOf)(QWidget*);
-    // Records each ContentChanged() as "changed(<empty or shown>,<general widget's title>)",
-    // read when the signal arrives.
-    void (*record)(OVTest::SignalLog&);
-};
+using M = OVToolBarManager;
 
-template <typename M>
-Manager Bind()
+// Records each ContentChanged() as "changed(<empty or shown>,<general widget's title>)", read when
+// the signal arrives.
+void Record(OVTest::SignalLog& log)
 {
-    return {&M::InitInstance,
-            &M::ReleaseInstance,
-            &M::Add,
-            &M::Activate,
-            &M::Remove,
-            &M::GeneralContent,
-            &M::IsGeneralContentEmpty,
-            &M::CurrentUID,
-            [](QWidget* content) { return OVToolContentPrivate::Of(M::GetInstance())->uids.value(content); },
-            [](OVTest::SignalLog& log) {
-                QObject::connect(M::GetInstance(), &M::ContentChanged, &log, [&log] {
-                    const QWidget* general = M::GeneralContent();
-                    log.Append(QStringLiteral("changed(%1,%2)")
-                                   .arg(M::IsGeneralContentEmpty() ? QStringLiteral("empty")
-                                                                   : QStringLiteral("shown"),
-                                        general ? general->windowTitle() : QStringLiteral("-")));
-                });
-            }};
-}
-
-const Manager kManagers[] = {Bind<OVToolBarManager>(), Bind<OVToolWidgetManager>()};
-
-// The manager of the current data row, created.
-const Manager& Started()
-{
-    QFETCH_GLOBAL(int, manager);
-    kManagers[manager].init();
-    return kManagers[manager];
+    QObject::connect(M::GetInstance(), &M::ContentChanged, &log, [&log] {
+        const QWidget* general = M::GeneralContent();
+        log.Append(QStringLiteral("changed(%1,%2)")
+                       .arg(M::IsGeneralContentEmpty() ? QStringLiteral("empty") : QStringLiteral("shown"),
+                            general ? general->windowTitle() : QStringLiteral("-")));
+    });
 }
 
 // A content widget with a title, not yet added.
@@ -73,18 +36,30 @@ QWidget* Content(const QString& name)
     return content;
 }
 
-// Shows the manager's general widget, records its ContentChanged() in log and adds one content
-// per name, under "uid-<name>".
-QList<QWidget*> Staged(const Manager& m, OVTest::SignalLog& log, const QStringList& names)
+// A line edit of content A holds the focus; switching to B, and switching to nothing, either
+// clears it or leaves it alone.
+template <typename Manager>
+void CheckFocus(bool clearsFocus)
 {
-    m.record(log);
-    m.general()->show();
-    QList<QWidget*> contents;
-    for (const QString& name : names) {
-        contents << Content(name);
-        m.add(contents.last(), QStringLiteral("uid-") + name);
+    Manager::InitInstance();
+    QWidget* general = Manager::GeneralContent();
+    QWidget* a = Content(QStringLiteral("A"));
+    auto* edit = new QLineEdit(a);
+    QWidget* b = Content(QStringLiteral("B"));
+    Manager::Add(a, QStringLiteral("uid-a"));
+    Manager::Add(b, QStringLiteral("uid-b"));
+    general->show();
+    QApplication::setActiveWindow(general);
+    for (QWidget* next : {b, static_cast<QWidget*>(nullptr)}) {
+        Manager::Activate(a);
+        edit->setFocus();
+        QVERIFY(edit->hasFocus());
+        Manager::Activate(next);
+        QVERIFY(a->isHidden());
+        QCOMPARE(edit->hasFocus(), !clearsFocus);
+        QCOMPARE(a->focusWidget(), clearsFocus ? nullptr : edit);
     }
-    return contents;
+    Manager::ReleaseInstance();
 }
 
 } // namespace
@@ -94,68 +69,50 @@ class TestToolContent : public QObject
     Q_OBJECT
 
 private slots:
-    // Every test runs once per manager.
-    void initTestCase_data()
-    {
-        QTest::addColumn<int>("manager");
-        QTest::addColumn<bool>("clearsFocus");
-        QTest::newRow("toolbar") << 0 << true;
-        QTest::newRow("toolwidget") << 1 << false;
-    }
-
-    void cleanup()
-    {
-        OVToolBarManager::ReleaseInstance();
-        OVToolWidgetManager::ReleaseInstance();
-    }
+    void cleanup() { M::ReleaseInstance(); }
 
     void noInstance()
     {
-        QFETCH_GLOBAL(int, manager);
-        const Manager& m = kManagers[manager];
         QWidget content;
-        QVERIFY(!m.add(&content, QStringLiteral("a")));
-        m.activate(&content);
-        m.remove(&content);
-        QCOMPARE(m.general(), nullptr);
-        QVERIFY(m.empty());
-        QCOMPARE(m.currentUID(), QString());
-        QCOMPARE(content.parent(), nullptr);
+        QVERIFY(!M::Add(&content, QStringLiteral("a")) && !OVToolWidgetManager::Add(&content, "a"));
+        QVERIFY(M::IsGeneralContentEmpty() && !M::GeneralContent() && !content.parent());
     }
 
     void add()
     {
-        const Manager& m = Started();
+        M::InitInstance();
         OVTest::SignalLog log;
-        m.record(log);
-        QWidget* general = m.general();
-        QCOMPARE(general->parent(), nullptr);
+        Record(log);
+        QWidget* general = M::GeneralContent();
         QSizePolicy preferred(QSizePolicy::Preferred, QSizePolicy::Preferred);
         preferred.setRetainSizeWhenHidden(false);
 
         QWidget* a = Content(QStringLiteral("A"));
         QWidget* b = Content(QStringLiteral("B"));
         a->setSizePolicy(QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding));
-        QVERIFY(m.add(a, QStringLiteral("uid-a")));
-        QVERIFY(m.add(b, QStringLiteral("uid-b")));
-        QVERIFY(!m.add(a, QStringLiteral("other")));
-        QCOMPARE(m.uidOf(a), QStringLiteral("uid-a"));
-        QVERIFY(!m.add(general, QStringLiteral("general")));
+        QVERIFY(M::Add(a, QStringLiteral("uid-a")));
+        QVERIFY(M::Add(b, QStringLiteral("uid-b")));
+        QVERIFY(!M::Add(a, QStringLiteral("other")));
+        QCOMPARE(OVToolContentPrivate::Of(M::GetInstance())->uids.value(a), QStringLiteral("uid-a"));
 
         QCOMPARE(a->parentWidget(), general);
         QCOMPARE(a->sizePolicy(), preferred);
         QCOMPARE(general->layout()->indexOf(b), 1);
         QVERIFY(a->isHidden());
-        QVERIFY(m.empty());
+        QVERIFY(M::IsGeneralContentEmpty());
         QCOMPARE(log.Take(), QStringList());
     }
 
     void switching()
     {
-        const Manager& m = Started();
+        M::InitInstance();
         OVTest::SignalLog log;
-        const QList<QWidget*> contents = Staged(m, log, {"A", "B", "C"});
-        QWidget* general = m.general();
+        Record(log);
+        QWidget* general = M::GeneralContent();
+        general->show();
+        QList<QWidget*> contents{Content("A"), Content("B"), Content("C")};
+        for (QWidget* content : contents)
+            M::Add(content, QStringLiteral("uid-") + content->objectName());
         QWidget* a = contents.at(0);
         QWidget* b = contents.at(1);
         QWidget unknown;
@@ -167,32 +124,32 @@ private slots:
             log.Append(QLatin1String(what) + QStringLiteral(" shown=") + shown.join(QString()));
         };
 
-        m.activate(a);
+        M::Activate(a);
         step("A");
         // The shown content again, and a widget that was never added: nothing happens.
-        m.activate(a);
-        m.activate(&unknown);
+        M::Activate(a);
+        M::Activate(&unknown);
         step("A again, unknown");
-        m.activate(b);
+        M::Activate(b);
         step("B");
         // Null hides the shown content and keeps the title.
-        m.activate(nullptr);
-        m.activate(nullptr);
+        M::Activate(nullptr);
+        M::Activate(nullptr);
         step("null twice");
         // A hidden content leaves quietly; it stays alive and a child of the general widget, and
         // cannot be shown any more.
-        m.activate(a);
-        m.remove(b);
-        m.activate(b);
+        M::Activate(a);
+        M::Remove(b);
+        M::Activate(b);
         step("B removed");
         QCOMPARE(b->parentWidget(), general);
         // The shown content leaves: nothing is shown and the title is emptied; removed contents
         // are no longer followed; deleting the shown content works as removing it.
-        m.remove(a);
+        M::Remove(a);
         delete a;
         delete b;
         step("A removed");
-        m.activate(contents.at(2));
+        M::Activate(contents.at(2));
         delete contents.at(2);
         step("C deleted");
         QCOMPARE(log.Take(),
@@ -200,80 +157,54 @@ private slots:
                                "changed(shown,Title B)|B shown=B|changed(empty,Title B)|null twice shown=|"
                                "changed(shown,Title A)|B removed shown=A|changed(empty,)|A removed shown=|"
                                "changed(shown,Title C)|changed(empty,)|C deleted shown="));
-        QCOMPARE(m.currentUID(), QString());
+        QCOMPARE(M::CurrentUID(), QString());
         QCOMPARE(unknown.parent(), nullptr);
         QCOMPARE(general->layout()->count(), 0);
     }
 
     void release()
     {
-        const Manager& m = Started();
+        M::InitInstance();
         OVTest::SignalLog log;
-        m.record(log);
-        QPointer<QWidget> general = m.general();
+        Record(log);
+        QPointer<QWidget> general = M::GeneralContent();
         QPointer<QWidget> shown = Content(QStringLiteral("A"));
         QPointer<QWidget> hidden = Content(QStringLiteral("B"));
         QPointer<QWidget> removed = Content(QStringLiteral("C"));
         QPointer<QWidget> moved = Content(QStringLiteral("D"));
         QWidget elsewhere;
         for (QWidget* content : {shown.data(), hidden.data(), removed.data(), moved.data()})
-            m.add(content, content->objectName());
-        m.remove(removed);
+            M::Add(content, content->objectName());
+        M::Remove(removed);
         moved->setParent(&elsewhere);
-        m.activate(shown);
+        M::Activate(shown);
         log.Clear();
 
         // The general widget takes its children along, removed or not, and nobody is told.
-        m.release();
-        QVERIFY(general.isNull());
-        QVERIFY(shown.isNull());
-        QVERIFY(hidden.isNull());
-        QVERIFY(removed.isNull());
-        QVERIFY(!moved.isNull());
+        M::ReleaseInstance();
+        QVERIFY(general.isNull() && shown.isNull() && hidden.isNull() && removed.isNull() && moved);
         QCOMPARE(log.Take(), QStringList());
 
         // The host's window may delete the general widget first; the manager then holds nothing.
-        m.init();
-        m.record(log);
+        M::InitInstance();
+        Record(log);
         auto* host = new QWidget;
-        (new QVBoxLayout(host))->addWidget(m.general());
-        m.add(moved, QStringLiteral("uid-d"));
-        m.activate(moved);
+        (new QVBoxLayout(host))->addWidget(M::GeneralContent());
+        M::Add(moved, QStringLiteral("uid-d"));
+        M::Activate(moved);
         log.Clear();
         delete host;
-        QVERIFY(moved.isNull());
-        QCOMPARE(m.general(), nullptr);
-        QVERIFY(m.empty());
+        QVERIFY(moved.isNull() && !M::GeneralContent() && M::IsGeneralContentEmpty());
         QCOMPARE(log.Take(), QStringList{QStringLiteral("changed(empty,)")});
-        QVERIFY(!m.add(&elsewhere, QStringLiteral("uid-e")));
-        m.release();
+        QVERIFY(!M::Add(&elsewhere, QStringLiteral("uid-e")));
+        M::ReleaseInstance();
     }
 
-    // A line edit of content A holds the focus; switching to B, and switching to nothing, either
-    // clears it or leaves it alone.
+    // The two managers share their code and differ only here.
     void focus()
     {
-        QFETCH_GLOBAL(bool, clearsFocus);
-        const Manager& m = Started();
-        QWidget* general = m.general();
-        QWidget* a = Content(QStringLiteral("A"));
-        auto* edit = new QLineEdit(a);
-        QWidget* b = Content(QStringLiteral("B"));
-        m.add(a, QStringLiteral("uid-a"));
-        m.add(b, QStringLiteral("uid-b"));
-        general->show();
-        QApplication::setActiveWindow(general);
-        for (QWidget* next : {b, static_cast<QWidget*>(nullptr)}) {
-            m.activate(a);
-            edit->setFocus();
-            QVERIFY(edit->hasFocus());
-            QCOMPARE(a->focusWidget(), edit);
-
-            m.activate(next);
-            QVERIFY(a->isHidden());
-            QCOMPARE(edit->hasFocus(), !clearsFocus);
-            QCOMPARE(a->focusWidget(), clearsFocus ? nullptr : edit);
-        }
+        CheckFocus<OVToolBarManager>(true);
+        CheckFocus<OVToolWidgetManager>(false);
     }
 };
 

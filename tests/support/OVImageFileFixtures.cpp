@@ -1,43 +1,10 @@
 #include "OVImageFileFixtures.h"
 
-#include <QMutexLocker>
 #include <QThread>
 
 namespace OVTest {
 
-void CallLog::Add(const QString& call)
-{
-    QMutexLocker locker(&m_mutex);
-    m_calls << call;
-}
-
-QStringList CallLog::Take()
-{
-    QMutexLocker locker(&m_mutex);
-    QStringList calls;
-    calls.swap(m_calls);
-    return calls;
-}
-
-QStringList CallLog::Matching(const QString& prefix) const
-{
-    QMutexLocker locker(&m_mutex);
-    QStringList found;
-    for (const QString& call : m_calls) {
-        if (call.startsWith(prefix))
-            found << call;
-    }
-    return found;
-}
-
 QAtomicInt FakeReader::s_overlaps;
-
-FakeReader::FakeReader(const QString& uid, const QStringList& formats, QObject* parent)
-    : m_uid(uid)
-    , m_formats(formats)
-{
-    setParent(parent);
-}
 
 bool FakeReader::Read(const QString&, QImage&)
 {
@@ -46,12 +13,6 @@ bool FakeReader::Read(const QString&, QImage&)
     QThread::yieldCurrentThread();
     m_users.fetchAndSubOrdered(1);
     return true;
-}
-
-FakeWriter::FakeWriter(const QString& uid, QObject* parent)
-    : m_uid(uid)
-{
-    setParent(parent);
 }
 
 FakeImagePlugin::FakeImagePlugin(const QString& definition, CallLog* log)
@@ -82,12 +43,9 @@ FakeImagePlugin::FakeImagePlugin(const QString& definition, CallLog* log)
             const bool listed = !word.startsWith(QLatin1Char('-'));
             const QString format = word.section(QLatin1Char(':'), 0, 0).mid(listed ? 0 : 1);
             const QString letters = word.section(QLatin1Char(':'), 1);
-            FormatCapabilities capabilities;
-            if (letters.contains(QLatin1Char('r')))
-                capabilities |= CanRead;
-            if (letters.contains(QLatin1Char('w')))
-                capabilities |= CanWrite;
-            m_capabilities.insert(format, capabilities);
+            m_capabilities.insert(
+                format, FormatCapabilities(letters.contains(QLatin1Char('r')) ? CanRead : NoCapability) |
+                            (letters.contains(QLatin1Char('w')) ? CanWrite : NoCapability));
             if (listed)
                 m_formats << format;
         }

@@ -13,7 +13,10 @@
 #include <QAtomicInt>
 #include <QMap>
 #include <QMutex>
+#include <QMutexLocker>
 #include <QStringList>
+
+#include <utility>
 
 namespace OVTest {
 
@@ -21,13 +24,19 @@ namespace OVTest {
 class CallLog
 {
 public:
-    void Add(const QString& call);
-    QStringList Take();
-    // Calls that start with prefix.
-    QStringList Matching(const QString& prefix) const;
+    void Add(const QString& call)
+    {
+        QMutexLocker locker(&m_mutex);
+        m_calls << call;
+    }
+    QStringList Take()
+    {
+        QMutexLocker locker(&m_mutex);
+        return std::exchange(m_calls, {});
+    }
 
 private:
-    mutable QMutex m_mutex;
+    QMutex m_mutex;
     QStringList m_calls;
 };
 
@@ -35,7 +44,12 @@ class FakeReader : public OVImageFileReader
 {
     Q_OBJECT
 public:
-    FakeReader(const QString& uid, const QStringList& formats, QObject* parent);
+    FakeReader(const QString& uid, const QStringList& formats, QObject* parent)
+        : m_uid(uid)
+        , m_formats(formats)
+    {
+        setParent(parent);
+    }
 
     QString GetUID() const override { return m_uid; }
     // Marks the reader busy for a moment; a second thread inside at the same time is counted
@@ -55,7 +69,11 @@ class FakeWriter : public OVImageFileWriter
 {
     Q_OBJECT
 public:
-    FakeWriter(const QString& uid, QObject* parent);
+    FakeWriter(const QString& uid, QObject* parent)
+        : m_uid(uid)
+    {
+        setParent(parent);
+    }
 
     QString GetUID() const override { return m_uid; }
     bool Write(const QString&, const QImage&) override { return true; }

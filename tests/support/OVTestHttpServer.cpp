@@ -2,9 +2,7 @@
 
 #include <QDir>
 #include <QFile>
-#include <QHash>
 #include <QHostAddress>
-#include <QPointer>
 #include <QResource>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -12,6 +10,8 @@
 #include <QThread>
 
 #include <cstdlib>
+#include <memory>
+#include <utility>
 
 #ifdef Q_OS_WIN
 #include <winsock2.h>
@@ -25,132 +25,40 @@
 
 namespace OVTest {
 
-QByteArray HttpRequest::Header(const QByteArray& name) const
-{
-    for (const auto& header : headers)
-        if (header.first.compare(name, Qt::CaseInsensitive) == 0)
-            return header.second;
-    return QByteArray();
-}
-
 namespace {
 
-QByteArray Response(int status, const QByteArray& reason, const QByteArray& body,
-                    const QByteArray& extraHeaders = QByteArray(), qint64 promisedLength = -1)
+QByteArray Response(const QByteArray& status, const QByteArray& body, const QByteArray& extra = QByteArray(),
+                    qint64 promisedLength = -1)
 {
-    return "HTTP/1.1 " + QByteArray::number(status) + ' ' + reason + "\r\n" +
-           "Content-Type: text/plain\r\nContent-Length: " +
-           QByteArray::number(promisedLength < 0 ? body.size() : promisedLength) + "\r\n" + extraHeaders +
-           "\r\n" + body;
+    return "HTTP/1.1 " + status + "\r\nContent-Type: text/plain\r\nContent-Length: " +
+           QByteArray::number(promisedLength < 0 ? body.size() : promisedLength) + "\r\n" + extra + "\r\n" +
+           body;
 }
 
 // Takes one complete request off the front of buffer, if there is one.
-bool ParseRequest(QByteArray* buffer, HttpRequest* request)
+bool ParseRequest(QByteArray& buffer, HttpRequest& request)
 {
-    const int headEnd = buffer->indexOf("\r\n\r\n");
+    const int headEnd = buffer.indexOf("\r\n\r\n");
     if (headEnd < 0)
         return false;
-    const QList<QByteArray> lines = buffer->left(headEnd).split('\n');
-    const QList<QByteArray> requestLine = lines.value(0).trimmed().split(' ');
-    HttpRequest parsed;
-    parsed.method = requestLine.value(0);
-    parsed.path = requestLine.value(1);
-    qint64 length = 0;
-    for (int i = 1; i < lines.size(); ++i) {
-        const int colon = lines[i].indexOf(':');
-        if (colon < 0)
-            continue;
-        const QByteArray name = lines[i].left(colon).trimmed();
-        const QByteArray value = lines[i].mid(colon + 1).trimmed();
-        parsed.headers.append(qMakePair(name, value));
-        if (name.compare("Content-Length", Qt::CaseInsensitive) == 0)
-            length = value.toLongLong();
+    QList<QByteArray> lines = buffer.left(headEnd).split('\n');
+    const QList<QByteArray> requestLine = lines.takeFirst().trimmed().split(' ');
+    HttpRequest parsed{requestLine.value(0), requestLine.value(1), {}, {}};
+    for (const QByteArray& line : lines) {
+        const int colon = line.indexOf(':');
+        if (colon >= 0)
+            parsed.headers.insert(line.left(colon).trimmed().toLower(), line.mid(colon + 1).trimmed());
     }
-    const int bodyStart = headEnd + 4;
-    if (buffer->size() - bodyStart < length)
+    const int length = parsed.Header("Content-Length").toInt();
+    if (buffer.size() - headEnd - 4 < length)
         return false;
-    parsed.body = buffer->mid(bodyStart, static_cast<int>(length));
-    buffer->remove(0, bodyStart + static_cast<int>(length));
-    *request = parsed;
+    parsed.body = buffer.mid(headEnd + 4, length);
+    buffer.remove(0, headEnd + 4 + length);
+    request = parsed;
     return true;
 }
 
 } // namespace
-
-class HttpServer::Worker : public QObject
-{
-public:
-    explicit Worker(HttpServer* owner)
-        : m_owner(owner)
-    {}
-
-    bool Listen(qintptr socket)
-    {
-        m_server = new QTcpServer(this);
-        const bool listening = socket >= 0 ? m_server->setSocketDescriptor(socket)
-                                           : m_server->listen(QHostAddress::LocalHost, 0);
-        QObject::connect(m_server, &QTcpServer::newConnection, this, [this] {
-            while (QTcpSocket* connection = m_server->nextPendingConnection()) {
-                QObject::connect(connection, &QTcpSocket::readyRead, this,
-                                 [this, connection] { Read(connection); });
-                QObject::connect(connection, &QTcpSocket::disconnected, this, [this, connection] {
-                    m_buffers.remove(connection);
-                    connection->deleteLater();
-                });
-            }
-        });
-        return listening;
-    }
-
-    quint16 Port() const { return m_server->serverPort(); }
-
-    void Release()
-    {
-        for (const auto& held : m_held)
-            if (held.first)
-                held.first->write(Response(200, "OK", held.second));
-        m_held.clear();
-    }
-
-private:
-    void Read(QTcpSocket* connection)
-    {
-        QByteArray& buffer = m_buffers[connection];
-        buffer += connection->readAll();
-        HttpRequest request;
-        while (ParseRequest(&buffer, &request)) {
-            m_owner->Record(request);
-            const Route route = m_owner->RouteFor(request.path);
-            switch (route.answer) {
-            case Answer::Ok:
-                connection->write(Response(200, "OK", route.body));
-                break;
-            case Answer::ServerError:
-                connection->write(Response(500, "Internal Server Error", route.body));
-                break;
-            case Answer::BasicAuth:
-                if (request.Header("Authorization").isEmpty())
-                    connection->write(Response(401, "Unauthorized", QByteArray(),
-                                               "WWW-Authenticate: Basic realm=\"ov\"\r\n"));
-                else
-                    connection->write(Response(200, "OK", route.body));
-                break;
-            case Answer::CloseMidReply:
-                connection->write(Response(200, "OK", route.body, QByteArray(), route.body.size() + 100000));
-                connection->disconnectFromHost();
-                return;
-            case Answer::Hold:
-                m_held.append(qMakePair(QPointer<QTcpSocket>(connection), route.body));
-                break;
-            }
-        }
-    }
-
-    HttpServer* m_owner;
-    QTcpServer* m_server = nullptr;
-    QHash<QTcpSocket*, QByteArray> m_buffers;
-    QList<QPair<QPointer<QTcpSocket>, QByteArray>> m_held;
-};
 
 HttpServer::HttpServer() = default;
 
@@ -159,7 +67,7 @@ HttpServer::~HttpServer()
     if (!m_thread)
         return;
     // A finishing thread deletes what was scheduled for deletion in it.
-    m_worker->deleteLater();
+    m_context->deleteLater();
     m_thread->quit();
     m_thread->wait();
 }
@@ -168,17 +76,54 @@ bool HttpServer::Start(qintptr listeningSocket)
 {
     m_thread = std::make_unique<QThread>();
     m_thread->start();
-    m_worker = new Worker(this);
-    m_worker->moveToThread(m_thread.get());
+    m_context = new QObject;
+    m_context->moveToThread(m_thread.get());
     bool listening = false;
-    QMetaObject::invokeMethod(
-        m_worker,
-        [this, listeningSocket, &listening] {
-            listening = m_worker->Listen(listeningSocket);
-            m_port = m_worker->Port();
-        },
-        Qt::BlockingQueuedConnection);
+    const auto listen = [this, listeningSocket, &listening] {
+        auto* server = new QTcpServer(m_context);
+        listening = listeningSocket >= 0 ? server->setSocketDescriptor(listeningSocket)
+                                         : server->listen(QHostAddress::LocalHost, 0);
+        m_port = server->serverPort();
+        QObject::connect(server, &QTcpServer::newConnection, m_context, [this, server] {
+            while (QTcpSocket* connection = server->nextPendingConnection()) {
+                auto buffer = std::make_shared<QByteArray>();
+                QObject::connect(connection, &QTcpSocket::readyRead, m_context, [this, connection, buffer] {
+                    *buffer += connection->readAll();
+                    Serve(connection, *buffer);
+                });
+                QObject::connect(connection, &QTcpSocket::disconnected, connection, &QObject::deleteLater);
+            }
+        });
+    };
+    QMetaObject::invokeMethod(m_context, listen, Qt::BlockingQueuedConnection);
     return listening;
+}
+
+void HttpServer::Serve(QTcpSocket* connection, QByteArray& buffer)
+{
+    HttpRequest request;
+    while (ParseRequest(buffer, request)) {
+        QMutexLocker lock(&m_mutex);
+        m_requests.append(request);
+        m_recorded.wakeAll();
+        const Route route = m_routes.value(request.path);
+        lock.unlock();
+        const bool authorised =
+            route.answer != Answer::BasicAuth || !request.Header("Authorization").isEmpty();
+        if (route.answer == Answer::Hold) {
+            m_held.append(qMakePair(QPointer<QTcpSocket>(connection), route.body));
+        } else if (route.answer == Answer::ServerError) {
+            connection->write(Response("500 Internal Server Error", route.body));
+        } else if (!authorised) {
+            connection->write(Response("401 Unauthorized", {}, "WWW-Authenticate: Basic realm=\"ov\"\r\n"));
+        } else if (route.answer == Answer::CloseMidReply) {
+            connection->write(Response("200 OK", route.body, {}, route.body.size() + 100000));
+            connection->disconnectFromHost();
+            return;
+        } else {
+            connection->write(Response("200 OK", route.body));
+        }
+    }
 }
 
 QString HttpServer::Url(const QString& path) const
@@ -194,8 +139,12 @@ void HttpServer::SetAnswer(const QByteArray& path, Answer answer, const QByteArr
 
 void HttpServer::Release()
 {
-    QMetaObject::invokeMethod(
-        m_worker, [this] { m_worker->Release(); }, Qt::BlockingQueuedConnection);
+    const auto release = [this] {
+        for (const auto& held : std::exchange(m_held, {}))
+            if (held.first)
+                held.first->write(Response("200 OK", held.second));
+    };
+    QMetaObject::invokeMethod(m_context, release, Qt::BlockingQueuedConnection);
 }
 
 bool HttpServer::WaitForRequests(int count, int timeoutMs)
@@ -218,19 +167,6 @@ void HttpServer::Clear()
 {
     QMutexLocker lock(&m_mutex);
     m_requests.clear();
-}
-
-HttpServer::Route HttpServer::RouteFor(const QByteArray& path) const
-{
-    QMutexLocker lock(&m_mutex);
-    return m_routes.value(path);
-}
-
-void HttpServer::Record(const HttpRequest& request)
-{
-    QMutexLocker lock(&m_mutex);
-    m_requests.append(request);
-    m_recorded.wakeAll();
 }
 
 qintptr HttpServer::ListenBeforeQt(quint16* port)

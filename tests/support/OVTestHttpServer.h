@@ -8,12 +8,14 @@
 #include <QMap>
 #include <QMutex>
 #include <QPair>
+#include <QPointer>
 #include <QString>
 #include <QWaitCondition>
 
 #include <memory>
 
 class QThread;
+class QTcpSocket;
 
 namespace OVTest {
 
@@ -21,11 +23,11 @@ struct HttpRequest
 {
     QByteArray method;
     QByteArray path;
-    QList<QPair<QByteArray, QByteArray>> headers; // as received, in order
+    QMap<QByteArray, QByteArray> headers; // by lower-case name
     QByteArray body;
 
-    // The value of the first header of that name (any case), or a null array.
-    QByteArray Header(const QByteArray& name) const;
+    // The value of the header of that name (any case), or a null array.
+    QByteArray Header(const QByteArray& name) const { return headers.value(name.toLower()); }
 };
 
 class HttpServer
@@ -48,7 +50,6 @@ public:
     // Serves from a free port of 127.0.0.1, or from the listening socket given (see
     // ListenBeforeQt). Needs the Qt application object.
     bool Start(qintptr listeningSocket = -1);
-    quint16 Port() const { return m_port; }
     QString Url(const QString& path) const;
 
     // How requests for path are answered; paths not set get Ok with the body "ok".
@@ -66,23 +67,22 @@ public:
     static qintptr ListenBeforeQt(quint16* port);
 
 private:
-    friend class HttpConnection;
     struct Route
     {
         Answer answer = Answer::Ok;
         QByteArray body = "ok";
     };
-    Route RouteFor(const QByteArray& path) const;
-    void Record(const HttpRequest& request);
+    // Answers the complete requests at the front of buffer; runs in m_thread.
+    void Serve(QTcpSocket* connection, QByteArray& buffer);
 
-    class Worker;
     mutable QMutex m_mutex;
     QWaitCondition m_recorded;
     QList<HttpRequest> m_requests;
     QMap<QByteArray, Route> m_routes;
+    QList<QPair<QPointer<QTcpSocket>, QByteArray>> m_held; // used in m_thread only
     quint16 m_port = 0;
     std::unique_ptr<QThread> m_thread;
-    Worker* m_worker = nullptr; // lives in m_thread
+    QObject* m_context = nullptr; // lives in m_thread, parent of the listening socket
 };
 
 // Registers a telemetry configuration ":core" (made by rcc from the hexadecimal text of the XML)

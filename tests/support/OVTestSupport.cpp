@@ -96,11 +96,6 @@ QStringList LogCapture::Messages() const
     return m_messages;
 }
 
-QStringList LogCapture::Matching(const QString& text) const
-{
-    return Messages().filter(text);
-}
-
 void LogCapture::Clear()
 {
     QMutexLocker locker(&LogCaptureRegistry::Get().mutex);

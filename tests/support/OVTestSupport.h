@@ -35,7 +35,7 @@ public:
 
     QStringList Messages() const;
     // Messages that contain text.
-    QStringList Matching(const QString& text) const;
+    QStringList Matching(const QString& text) const { return Messages().filter(text); }
     void Clear();
 
 private:
@@ -59,45 +59,22 @@ inline QStringList Lines(const QString& text)
     return text.split(QLatin1Char('|'));
 }
 
-// Text for a signal argument in a SignalLog entry.
-inline QString Describe(const QString& value)
-{
-    return value;
-}
-inline QString Describe(const char* value)
-{
-    return QString::fromUtf8(value);
-}
-inline QString Describe(bool value)
-{
-    return value ? QStringLiteral("true") : QStringLiteral("false");
-}
-inline QString Describe(int value)
-{
-    return QString::number(value);
-}
-inline QString Describe(double value)
-{
-    return QString::number(value);
-}
-inline QString Describe(const QVariant& value)
-{
-    return value.toString();
-}
+// Text for a signal argument in a SignalLog entry: an object by its objectName() (else its class),
+// other pointers as "ptr" or "null", enums as numbers, the rest as QVariant shows it.
 QString Describe(const QColor& value);
 QString Describe(const QObject* value);
 template <typename T>
-QString Describe(const T* value)
+QString Describe(const T& value)
 {
-    if constexpr (std::is_base_of_v<QObject, T>)
+    using Pointee = std::remove_cv_t<std::remove_pointer_t<T>>;
+    if constexpr (std::is_enum_v<T>)
+        return QString::number(static_cast<long long>(value));
+    else if constexpr (std::is_pointer_v<T> && std::is_base_of_v<QObject, Pointee>)
         return Describe(static_cast<const QObject*>(value));
-    else
+    else if constexpr (std::is_pointer_v<T>)
         return value ? QStringLiteral("ptr") : QStringLiteral("null");
-}
-template <typename T, typename = std::enable_if_t<std::is_enum_v<T>>>
-QString Describe(T value)
-{
-    return QString::number(static_cast<long long>(value));
+    else
+        return QVariant::fromValue(value).toString();
 }
 
 // One ordered list of signal emissions across any number of objects, so that a test can
