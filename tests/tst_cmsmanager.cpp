@@ -9,6 +9,11 @@
 #include <QTemporaryDir>
 #include <QtEndian>
 
+#include <lcms2.h>
+
+#include <atomic>
+#include <thread>
+
 class TestCMSManager : public QObject
 {
     Q_OBJECT
@@ -88,6 +93,68 @@ private slots:
         QCOMPARE(log.Take(),
                  QString("changed(5) read(5) changed(1) read(1) changed(-1) read(-1) changed(0) read(0)")
                      .split(' '));
+    }
+
+    // Four threads read profiles and set the index while a receiver of the signal, called on
+    // each setting thread, calls back in.
+    void threads()
+    {
+        OVCMSManager* manager = OVCMSManager::GetInstance();
+        constexpr int perThread = 400;
+        std::atomic<int> emitted{0}, wrong{0};
+        const auto check = [&](int index) {
+            if (manager->GetRGBProfile(index).GetDescription() != m_expected.value(index))
+                ++wrong;
+        };
+        connect(
+            manager, &OVCMSManager::WorkingRGBIndexChanged, this,
+            [&](int index) {
+                ++emitted;
+                check(index % 1000 % (m_expected.size() + 1));
+                manager->GetWorkingRGBIndex();
+            },
+            Qt::DirectConnection);
+        std::vector<std::thread> workers;
+        for (int t = 1; t <= 4; ++t) {
+            workers.emplace_back([&, t] {
+                for (int i = 0; i < perThread; ++i) {
+                    check(i % (m_expected.size() + 2) - 1);
+                    manager->SetWorkingRGBIndex(1000 * t + i);
+                }
+            });
+        }
+        for (std::thread& worker : workers)
+            worker.join();
+        disconnect(manager, nullptr, this, nullptr);
+        QCOMPARE(wrong.load(), 0);
+        QCOMPARE(emitted.load(), 4 * perThread);
+        QCOMPARE(manager->GetWorkingRGBIndex() % 1000, perThread - 1);
+    }
+
+    // The system's RGB profiles as Little CMS sees them, against the list discovery makes.
+    void systemFolders()
+    {
+        if (!QFile::exists("/usr/share/color/icc/sRGB.icc"))
+            QSKIP("the system's colour profiles are not installed");
+        for (const QString folder : {"/usr/share/color/icc", "/usr/share/color/icc/colord"}) {
+            QStringList expected, found;
+            for (const QString& name : QDir(folder).entryList({"*.icc", "*.icm"}, QDir::Files, QDir::Name)) {
+                const QString path = folder + QDir::separator() + name;
+                if (cmsHPROFILE profile = cmsOpenProfileFromFile(qPrintable(path), "r")) {
+                    if (cmsGetColorSpace(profile) == cmsSigRgbData)
+                        expected << path;
+                    cmsCloseProfile(profile);
+                }
+            }
+            OVCMSManagerPrivate manager;
+            QCOMPARE(manager.Discover(folder), expected.size());
+            for (const OVCMSProfile* profile : manager.profiles) {
+                found << profile->GetFilePath();
+                QVERIFY2(!profile->GetDescription().isEmpty(), qPrintable(found.last()));
+            }
+            QCOMPARE(found, expected);
+            QVERIFY(!found.isEmpty());
+        }
     }
 
     void release()

@@ -75,6 +75,7 @@ private slots:
             << 0 << QJsonDocument(QJsonObject{{"device_id", "x"}, {"session_id", 1}, {"k", true}})
             << QVariantMap() << QJsonObject{{"k", true}};
         QTest::newRow("array") << 0 << QJsonDocument(QJsonArray{1, 2}) << QVariantMap() << QJsonObject();
+        QTest::newRow("empty") << 0 << QJsonDocument() << QVariantMap() << QJsonObject();
         QTest::newRow("huge") << 0 << QJsonDocument(huge) << QVariantMap() << huge;
     }
 
