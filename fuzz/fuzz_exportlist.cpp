@@ -42,7 +42,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             abort();
     }
 
-    QSettings settings(WriteFile(bytes), QSettings::IniFormat);
+    const QString path = WriteFile(bytes);
+    if (!KXExportResolutionsPrivate::Readable(path))
+        return 0;
+    QSettings settings(path, QSettings::IniFormat);
     KXExportResolutionsPrivate::HasVersion(settings);
     for (const QSize& resolution : KXExportResolutionsPrivate::Read(settings)) {
         if (!resolution.isValid() || resolution.isEmpty())

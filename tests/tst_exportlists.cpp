@@ -107,6 +107,13 @@ private slots:
         QTest::newRow("no version") << "Sizes" << QByteArray("[Sizes]\n0=5\n") << "<defaults>";
         QTest::newRow("garbage") << "Resolutions" << QByteArray("\x01\xff[[=\n\0\0=]]", 11) << "<defaults>";
         QTest::newRow("folder") << "Resolutions" << QByteArray("<dir>") << "<defaults>";
+        // A stored list whose count says two billion, written plainly and spelled with escapes.
+        QTest::newRow("stored variant")
+            << "Sizes" << version + "[Sizes]\n0=@Variant(\\0\\0\\0\\v\\x7f\\xff\\xff\\xff)\n"
+            << "<defaults>";
+        QTest::newRow("escaped variant")
+            << "Sizes" << version + "[Sizes]\n0=\\x40Variant(\\0\\0\\0\\v\\x7f\\xff\\xff\\xff)\n"
+            << "<defaults>";
     }
     void loading()
     {

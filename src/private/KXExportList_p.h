@@ -2,7 +2,10 @@
 
 #include "private/OVSingleton_p.h"
 
+#include <QByteArray>
+#include <QFile>
 #include <QList>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QString>
 #include <QStringList>
@@ -60,6 +63,20 @@ public:
         }
         settings.endGroup();
         return items;
+    }
+
+    // QSettings turns a value written as "@Variant(...)" back into a QVariant through
+    // QDataStream, which believes the counts inside it: a damaged file could make it allocate
+    // gigabytes. An export list never stores such a value, nor a backslash escape that could
+    // spell one, so a file holding either counts as unreadable.
+    static bool Readable(const QString& path)
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly))
+            return true; // nothing for QSettings to read either
+        const QByteArray bytes = file.readAll();
+        static const QRegularExpression escape(QStringLiteral("\\\\[xX0-7]"));
+        return !bytes.contains("@Variant(") && !escape.match(QString::fromLatin1(bytes)).hasMatch();
     }
 
     static bool HasVersion(const QSettings& settings) { return settings.contains(QStringLiteral("Version")); }
@@ -135,12 +152,15 @@ private:
     void Load(const QString& path)
     {
         filePath = path;
-        {
+        if (Readable(filePath)) {
             QSettings user(filePath, QSettings::IniFormat);
             if (HasVersion(user)) {
                 items = Read(user);
                 return;
             }
+        } else {
+            // The defaults are written to a new file: saving into this one would read it again.
+            QFile::remove(filePath);
         }
         QSettings defaults(Table::Resource(), QSettings::IniFormat);
         items = Read(defaults);
