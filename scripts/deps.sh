@@ -16,6 +16,7 @@ OV_PACKAGES=(
     icc-profiles-free
     colord
     xvfb
+    xauth
 )
 
 ov_ensure_packages() {
