@@ -77,13 +77,10 @@ QImage Brightened(const QImage& source, int brightness)
     return image;
 }
 
-QStringList Lines(const QStringList& lines, const QString& prefix)
+void WriteFile(const QString& path, const QByteArray& bytes)
 {
-    QStringList matching;
-    for (const QString& line : lines)
-        if (line.startsWith(prefix))
-            matching << line;
-    return matching;
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
 }
 
 } // namespace
@@ -103,17 +100,9 @@ private slots:
         // PNG data behind a BMP suffix: the BMP reader is chosen by the suffix and decodes it
         // by its contents.
         QVERIFY(Pattern(16, 24, 3).save(Image("wrong.bmp"), "PNG"));
-        QFile empty(Image("empty.png"));
-        QVERIFY(empty.open(QIODevice::WriteOnly));
-        empty.close();
-        QFile corrupt(Image("corrupt.jpg"));
-        QVERIFY(corrupt.open(QIODevice::WriteOnly));
-        corrupt.write(QByteArray("\xff\xd8\xff\xe0", 4) + QByteArray(300, 'x'));
-        corrupt.close();
-        QFile text(Image("notes.xyz"));
-        QVERIFY(text.open(QIODevice::WriteOnly));
-        text.write("not an image\n");
-        text.close();
+        WriteFile(Image("empty.png"), QByteArray());
+        WriteFile(Image("corrupt.jpg"), QByteArray("\xff\xd8\xff\xe0", 4) + QByteArray(300, 'x'));
+        WriteFile(Image("notes.xyz"), "not an image\n");
     }
 
     // Each row runs the headless host once: the files, whether results are written, the exit
@@ -170,8 +159,8 @@ private slots:
                                        .arg(read.size())
                                        .arg(files.size())
                                        .arg(files.size() - read.size()));
-        const QStringList ok = Lines(run.lines, QStringLiteral("OK\t"));
-        const QStringList failed = Lines(run.lines, QStringLiteral("FAILED\t"));
+        const QStringList ok = run.lines.filter(QRegularExpression(QStringLiteral("^OK\t")));
+        const QStringList failed = run.lines.filter(QRegularExpression(QStringLiteral("^FAILED\t")));
         QCOMPARE(ok.size() + failed.size(), files.size());
         QCOMPARE(ok.size(), read.size());
         for (const QString& reason : reasons) {
@@ -293,36 +282,34 @@ private slots:
         QStringList feedback;
         QList<QStringList> runs; // event types, one list per session
         QList<double> sessions;
+        // The value at a path of keys in a post.
+        const auto at = [](QJsonObject object, const QStringList& keys) {
+            for (const QString& key : keys.mid(0, keys.size() - 1))
+                object = object.value(key).toObject();
+            return object.value(keys.last());
+        };
         for (const QByteArray& line : collector.readAllStandardOutput().split('\n')) {
             if (line.trimmed().isEmpty())
                 continue;
             const QJsonObject post = QJsonDocument::fromJson(line).object();
-            const QJsonObject form = post.value(QStringLiteral("form")).toObject();
-            if (post.value(QStringLiteral("path")).toString() == QLatin1String("/feedback")) {
-                feedback << post.value(QStringLiteral("json"))
-                                .toObject()
-                                .value(QStringLiteral("feedback"))
-                                .toString();
-                continue;
+            const QString path = post.value(QStringLiteral("path")).toString();
+            if (path == QLatin1String("/feedback")) {
+                feedback << at(post, {"json", "feedback"}).toString();
+            } else {
+                QCOMPARE(at(post, {"form", "api_key"}).toString(), QStringLiteral("ovdemo-key"));
+                if (path == QLatin1String("/identification")) {
+                    identifications
+                        << at(post, {"form", "identification", "user_properties", "plan"}).toString();
+                    continue;
+                }
+                QCOMPARE(path, QStringLiteral("/events"));
+                const double session = at(post, {"form", "event", "session_id"}).toDouble();
+                if (!sessions.contains(session)) {
+                    sessions << session;
+                    runs << QStringList();
+                }
+                runs[sessions.indexOf(session)] << at(post, {"form", "event", "event_type"}).toString();
             }
-            QCOMPARE(form.value(QStringLiteral("api_key")).toString(), QStringLiteral("ovdemo-key"));
-            if (post.value(QStringLiteral("path")).toString() == QLatin1String("/identification")) {
-                identifications << form.value(QStringLiteral("identification"))
-                                       .toObject()
-                                       .value(QStringLiteral("user_properties"))
-                                       .toObject()
-                                       .value(QStringLiteral("plan"))
-                                       .toString();
-                continue;
-            }
-            QCOMPARE(post.value(QStringLiteral("path")).toString(), QStringLiteral("/events"));
-            const QJsonObject event = form.value(QStringLiteral("event")).toObject();
-            const double session = event.value(QStringLiteral("session_id")).toDouble();
-            if (!sessions.contains(session)) {
-                sessions << session;
-                runs << QStringList();
-            }
-            runs[sessions.indexOf(session)] << event.value(QStringLiteral("event_type")).toString();
         }
         QCOMPARE(identifications, QStringList{QStringLiteral("demo")});
         QCOMPARE(feedback, QStringList{QStringLiteral("Hello from the test")});
@@ -356,12 +343,6 @@ private:
     QString m_images;
 };
 
-int main(int argc, char** argv)
-{
-    OVTest::IsolateEnvironment();
-    QGuiApplication app(argc, argv);
-    TestDemo test;
-    return QTest::qExec(&test, argc, argv);
-}
+OV_TEST_MAIN_WITH(TestDemo, QGuiApplication)
 
 #include "tst_demo.moc"

@@ -23,10 +23,6 @@ public:
     bool locked = false;
 };
 
-// Set-ups: A chosen; E chosen with T in effect for a while.
-const char* const kChosenA = "A.SetChecked(true) ";
-const char* const kTemporaryT = "E.SetChecked(true) T.SetImplicitChecked(true) ";
-
 // A row: the set-up steps, the steps, the signals the steps emit, and the state after them.
 void Row(const char* name, const QString& setup, const char* steps, const char* emitted, const char* state)
 {
@@ -88,8 +84,9 @@ private slots:
         const char* const onlyB = "explicit=B implicit=B checked=B implied=B";
         const char* const onlyE = "explicit=E implicit=E checked=E implied=E";
         const char* const nothing = "explicit=- implicit=- checked= implied=";
-        const QString chosenA = kChosenA;
-        const QString temporaryT = kTemporaryT;
+        // Set-ups: A chosen; E chosen with T in effect for a while.
+        const QString chosenA = "A.SetChecked(true) ";
+        const QString temporaryT = "E.SetChecked(true) T.SetImplicitChecked(true) ";
 
         // Activation.
         Row("activate from empty", "", "Activate(B)", "B.Implicit(true) B.Toggled(true) Activate(B)=true",
@@ -183,10 +180,9 @@ private slots:
 private:
     LockableAction* Action(const QString& name) const
     {
-        for (const QPointer<LockableAction>& action : m_actions) {
+        for (const QPointer<LockableAction>& action : m_actions)
             if (action && action->objectName() == name)
                 return action;
-        }
         return nullptr;
     }
 
@@ -204,8 +200,8 @@ private:
         } else if (method == "delete") {
             delete Action(argument);
         } else if (target.isEmpty() && method == "Activate") {
-            const bool result = OVToolGroupManager::Activate(Action(argument));
-            m_log.Append(step + QLatin1Char('=') + OVTest::Describe(result));
+            m_log.Append(step + QLatin1Char('=') +
+                         OVTest::Describe(OVToolGroupManager::Activate(Action(argument))));
         } else if (target.isEmpty() && method == "Remove") {
             OVToolGroupManager::Remove(Action(argument));
         } else if (argument.isEmpty()) {
@@ -224,8 +220,7 @@ private:
         const auto name = [](const QObject* object) {
             return object ? object->objectName() : QStringLiteral("-");
         };
-        QStringList checked;
-        QStringList implied;
+        QStringList checked, implied;
         for (const QPointer<LockableAction>& action : m_actions) {
             if (action && action->IsChecked())
                 checked << action->objectName();

@@ -110,13 +110,14 @@ private:
 
 } // namespace OVTest
 
-// main() of a test program that needs the application object: an isolated profile, one
-// OVApplication for the whole process, then the test object's functions.
-#define OV_TEST_MAIN(TestObject)                                                                             \
+// main() of a test program: an isolated profile, one application object (an OVApplication unless
+// named) for the whole process, then the test object's functions.
+#define OV_TEST_MAIN(TestObject) OV_TEST_MAIN_WITH(TestObject, OVApplication)
+#define OV_TEST_MAIN_WITH(TestObject, Application)                                                           \
     int main(int argc, char** argv)                                                                          \
     {                                                                                                        \
         OVTest::IsolateEnvironment();                                                                        \
-        OVApplication app(argc, argv);                                                                       \
+        Application app(argc, argv);                                                                         \
         TestObject test;                                                                                     \
         QTEST_SET_MAIN_SOURCE_PATH                                                                           \
         return QTest::qExec(&test, argc, argv);                                                              \
