@@ -55,11 +55,9 @@ private slots:
         QVERIFY(QDir().mkpath(resources));
         QCOMPARE(OVApplication::GetResourcePath(), resources);
         QCOMPARE(log.Messages().size(), 1);
-        QVERIFY2(OVTest::BuildLogLine(QStringLiteral("src\\OVApplication.cpp"),
-                                      QStringLiteral("The Resouces folder does not exist"))
-                     .match(log.Messages().first())
-                     .hasMatch(),
-                 qPrintable(log.Messages().first()));
+        QCOMPARE(log.Messages().filter(
+                     OVTest::BuildLogLine("src\\OVApplication.cpp", "The Resouces folder does not exist")),
+                 log.Messages());
         QVERIFY(QDir(resources).removeRecursively());
     }
 
@@ -88,12 +86,11 @@ private slots:
         app->SetRecentPicker(QColor(Qt::blue));
         app->SetRecentColor(QColor());
         OVApplication::FlushData();
-        QEvent activate(QEvent::ApplicationActivate);
-        QEvent deactivate(QEvent::ApplicationDeactivate);
-        QEvent other(QEvent::ApplicationStateChange);
-        QCoreApplication::sendEvent(app, &activate);
-        QCoreApplication::sendEvent(app, &other);
-        QCoreApplication::sendEvent(app, &deactivate);
+        for (QEvent::Type type :
+             {QEvent::ApplicationActivate, QEvent::ApplicationStateChange, QEvent::ApplicationDeactivate}) {
+            QEvent event(type);
+            QCoreApplication::sendEvent(app, &event);
+        }
         app->RegisterRefineSelectionAction(nullptr);
         app->RegisterRefineSelectionAction(nullptr);
 

@@ -154,7 +154,6 @@ private slots:
     {
         QFETCH(QStringList, plugins);
         QFETCH(QStringList, steps);
-        QFETCH(QStringList, signalList);
         QFETCH(QString, state);
 
         QStringList probes;
@@ -165,7 +164,7 @@ private slots:
         for (const QString& line : OVTest::Lines(state).filter(QStringLiteral(": r=")))
             probes << line.section(':', 0, 0);
         Run(steps);
-        QCOMPARE(Short(m_signals->Entries()), signalList);
+        QTEST(Short(m_signals->Entries()), "signalList");
         QCOMPARE((Snapshot(probes) << OVImageFileManager::GetFilterForRead()
                                    << OVImageFileManager::GetFilterForWrite())
                      .join('|'),
@@ -214,12 +213,10 @@ private slots:
         QVERIFY(Manager()->Register(&second));
 
         const QStringList lines = log.Matching(QStringLiteral("Build date="));
-        QCOMPARE(lines.size(), 2);
         const QString file = QStringLiteral("src\\private\\OVImageFileManager_p.cpp");
-        QVERIFY2(OVTest::BuildLogLine(file, "R1 uid is not unique.", 521).match(lines.at(0)).hasMatch(),
-                 qPrintable(lines.at(0)));
-        QVERIFY2(OVTest::BuildLogLine(file, "W1 uid is not unique.", 285).match(lines.at(1)).hasMatch(),
-                 qPrintable(lines.at(1)));
+        QCOMPARE(lines.filter(OVTest::BuildLogLine(file, "R1 uid is not unique.", 521)) +
+                     lines.filter(OVTest::BuildLogLine(file, "W1 uid is not unique.", 285)),
+                 lines);
 
         // A UID stays with the plug-in that registered it first, and goes with it.
         m_calls.Take();

@@ -74,11 +74,9 @@ private slots:
         QCOMPARE(OVAdjustmentManager::GetInstance()->GetAdjustment(QStringLiteral("X")), &first);
         const QStringList lines = capture.Matching(QStringLiteral("Build date="));
         QCOMPARE(lines.size(), 1);
-        QVERIFY2(OVTest::BuildLogLine("src\\OVAdjustmentManager.cpp",
-                                      "id:X already registered.Tool is not registered.", 117)
-                     .match(lines.first())
-                     .hasMatch(),
-                 qPrintable(lines.first()));
+        QCOMPARE(lines.filter(OVTest::BuildLogLine("src\\OVAdjustmentManager.cpp",
+                                                   "id:X already registered.Tool is not registered.", 117)),
+                 lines);
         OVAdjustmentManager::ReleaseInstance();
     }
 
@@ -141,11 +139,9 @@ private slots:
         QCOMPARE(manager->GetRegistered(), (QStringList{"X", "B"}));
         const QStringList lines = capture.Matching(QStringLiteral("Build date="));
         QCOMPARE(lines.size(), 1);
-        QVERIFY2(OVTest::BuildLogLine("src\\OVBrushToolManager.cpp",
-                                      "id:X already registered.Tool will not register.", 116)
-                     .match(lines.first())
-                     .hasMatch(),
-                 qPrintable(lines.first()));
+        QCOMPARE(lines.filter(OVTest::BuildLogLine("src\\OVBrushToolManager.cpp",
+                                                   "id:X already registered.Tool will not register.", 116)),
+                 lines);
 
         // Unregistering keeps the order of the rest and frees the identifier.
         QVERIFY(!manager->Unregister(QStringLiteral("Y")));
