@@ -215,18 +215,13 @@ private slots:
         QVERIFY2(colours.size() > 16, qPrintable(QString::number(colours.size())));
 
         // Both files were pushed to the recent list, the one opened last first; the list was
-        // written to "user.ini" at shutdown in its stored form (a count, then the paths).
+        // written to "user.ini" at shutdown in its stored form (a count, then the paths: the form
+        // of a streamed QStringList).
         const QSettings user(QDir::homePath() + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini"),
                              QSettings::IniFormat);
         QDataStream stream(user.value(QStringLiteral("RecentFiles")).toByteArray());
-        qint32 count = 0;
-        stream >> count;
         QStringList recents;
-        for (qint32 i = 0; i < count; ++i) {
-            QString path;
-            stream >> path;
-            recents << path;
-        }
+        stream >> recents;
         QCOMPARE(QSet<QString>(recents.begin(), recents.end()),
                  (QSet<QString>{Image("a.png"), Image("b.jpg")}));
 
@@ -280,8 +275,7 @@ private slots:
 
         QStringList identifications;
         QStringList feedback;
-        QList<QStringList> runs; // event types, one list per session
-        QList<double> sessions;
+        QMap<double, QStringList> runs; // event types by session, which number in start order
         // The value at a path of keys in a post.
         const auto at = [](QJsonObject object, const QStringList& keys) {
             for (const QString& key : keys.mid(0, keys.size() - 1))
@@ -303,22 +297,18 @@ private slots:
                     continue;
                 }
                 QCOMPARE(path, QStringLiteral("/events"));
-                const double session = at(post, {"form", "event", "session_id"}).toDouble();
-                if (!sessions.contains(session)) {
-                    sessions << session;
-                    runs << QStringList();
-                }
-                runs[sessions.indexOf(session)] << at(post, {"form", "event", "event_type"}).toString();
+                runs[at(post, {"form", "event", "session_id"}).toDouble()]
+                    << at(post, {"form", "event", "event_type"}).toString();
             }
         }
         QCOMPARE(identifications, QStringList{QStringLiteral("demo")});
         QCOMPARE(feedback, QStringList{QStringLiteral("Hello from the test")});
         QCOMPARE(runs.size(), 2);
-        QCOMPARE(runs.at(0).first(), QStringLiteral("start"));
-        QStringList sorted = runs.at(0);
+        QCOMPARE(runs.first().first(), QStringLiteral("start"));
+        QStringList sorted = runs.first();
         std::sort(sorted.begin(), sorted.end());
         QCOMPARE(sorted, (QStringList{"adjust", "adjust", "export", "export", "open", "open", "start"}));
-        QCOMPARE(runs.at(1), (QStringList{"start", "open"}));
+        QCOMPARE(runs.last(), (QStringList{"start", "open"}));
     }
 
     // The demo's German translation, made by lrelease at build time, once the user picked it.

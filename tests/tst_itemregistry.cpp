@@ -189,13 +189,11 @@ private slots:
         OVTest::LogCapture capture;
 
         std::vector<std::unique_ptr<Item>> items;
-        for (int t = 0; t < threads; ++t) {
-            for (int i = 0; i < perThread; ++i) {
-                const QString id =
-                    clashing ? QStringLiteral("c%1").arg(i) : QStringLiteral("t%1-%2").arg(t).arg(i);
-                items.push_back(std::make_unique<Item>(QStringLiteral("%1/%2").arg(t).arg(i), id));
-            }
-        }
+        for (int t = 0; t < threads; ++t)
+            for (int i = 0; i < perThread; ++i)
+                items.push_back(std::make_unique<Item>(QStringLiteral("%1/%2").arg(t).arg(i),
+                                                       clashing ? QStringLiteral("c%1").arg(i)
+                                                                : QStringLiteral("t%1-%2").arg(t).arg(i)));
 
         std::atomic<int> direct{0};
         int queued = 0;
@@ -206,7 +204,7 @@ private slots:
 
         std::atomic<int> successes{0};
         std::vector<std::thread> workers;
-        for (int t = 0; t < threads; ++t) {
+        for (int t = 0; t < threads; ++t)
             workers.emplace_back([&, t] {
                 for (int i = 0; i < perThread; ++i) {
                     Item* item = items[static_cast<size_t>(t * perThread + i)].get();
@@ -215,7 +213,6 @@ private slots:
                     Lookup(item->GetUID());
                 }
             });
-        }
         for (std::thread& worker : workers)
             worker.join();
 
