@@ -1,6 +1,7 @@
 // The demo host editor end to end: the real executable with the real sample plug-ins, run
 // headless on generated images and windowed under a virtual X display.
 
+#include "OVProfileFixtures.h"
 #include "OVTestSupport.h"
 
 #include <QDataStream>
@@ -77,12 +78,6 @@ QImage Brightened(const QImage& source, int brightness)
     return image;
 }
 
-void WriteFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-}
-
 } // namespace
 
 class TestDemo : public QObject
@@ -100,9 +95,10 @@ private slots:
         // PNG data behind a BMP suffix: the BMP reader is chosen by the suffix and decodes it
         // by its contents.
         QVERIFY(Pattern(16, 24, 3).save(Image("wrong.bmp"), "PNG"));
-        WriteFile(Image("empty.png"), QByteArray());
-        WriteFile(Image("corrupt.jpg"), QByteArray("\xff\xd8\xff\xe0", 4) + QByteArray(300, 'x'));
-        WriteFile(Image("notes.xyz"), "not an image\n");
+        QVERIFY(OVTest::WriteFile(Image("empty.png"), QByteArray()));
+        QVERIFY(OVTest::WriteFile(Image("corrupt.jpg"),
+                                  QByteArray("\xff\xd8\xff\xe0", 4) + QByteArray(300, 'x')));
+        QVERIFY(OVTest::WriteFile(Image("notes.xyz"), "not an image\n"));
     }
 
     // Each row runs the headless host once: the files, whether results are written, the exit

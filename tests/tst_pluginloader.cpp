@@ -5,6 +5,7 @@
 #include "IBrushFactory.h"
 #include "OVApplication.h"
 #include "OVImageFileManager.h"
+#include "OVProfileFixtures.h"
 #include "OVTestSupport.h"
 
 #include <QDir>
@@ -112,7 +113,7 @@ private slots:
         const QString empty = Install(QStringLiteral("emptycontainer"), General(), QStringLiteral("b_empty"));
         const QString other = Install(QStringLiteral("notcontainer"), General(), QStringLiteral("c_other"));
         const QString plain = Install(QStringLiteral("plainlibrary"), General(), QStringLiteral("d_plain"));
-        QVERIFY(QFile(General() + QStringLiteral("/readme.txt")).open(QIODevice::WriteOnly));
+        QVERIFY(OVTest::WriteFile(General() + QStringLiteral("/readme.txt"), {}));
         QVERIFY(QDir().mkpath(General() + QStringLiteral("/x.") + kSuffix));
         const QString plainError = LoaderError(plain);
 
@@ -302,9 +303,7 @@ private slots:
         const QString folder = General() + QStringLiteral("/folder.") + kSuffix;
         const QString corrupt = General() + QStringLiteral("/corrupt.") + kSuffix;
         QVERIFY(QDir().mkpath(folder));
-        QFile text(corrupt);
-        QVERIFY(text.open(QIODevice::WriteOnly) && text.write("This is not a library.\n") > 0);
-        text.close();
+        QVERIFY(OVTest::WriteFile(corrupt, "This is not a library.\n"));
         m_tried << missing << folder << corrupt;
 
         OVTest::SignalLog log;
@@ -386,10 +385,10 @@ private:
     // Writes "plugins.ini" (removes it for ""), %1 standing for the test's plug-in folder.
     void WriteIni(const QString& text)
     {
-        QFile file(Root() + QStringLiteral("/Resources/plugins.ini"));
-        QVERIFY(text.isEmpty() ? file.remove() : file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        if (!text.isEmpty())
-            file.write(QString(text).replace(QLatin1String("%1"), Plugins()).toUtf8());
+        const QString ini = Root() + QStringLiteral("/Resources/plugins.ini");
+        QVERIFY(text.isEmpty()
+                    ? QFile::remove(ini)
+                    : OVTest::WriteFile(ini, QString(text).replace(QLatin1String("%1"), Plugins()).toUtf8()));
     }
     // Copies a fixture library into folder under name (the fixture's by default; with the platform
     // suffix unless name has a suffix of its own) and remembers it for clean-up.

@@ -2,6 +2,7 @@
 // happens with files and folders that are not what they should be.
 
 #include "OVApplication.h"
+#include "OVProfileFixtures.h"
 #include "OVTestSupport.h"
 
 #include <QDir>
@@ -46,9 +47,7 @@ private slots:
     {
         QVERIFY(QDir(A::GetUserDataFolder()).removeRecursively());
         A::SetUserValue(QStringLiteral("Save/PathOpen"), QStringLiteral("/pictures"));
-        QFile file(UserIni());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray text = file.readAll();
+        const QByteArray text = OVTest::ReadFile(UserIni());
         QVERIFY2(text.contains("[General]\nVersion=2.4.0\n"), text.constData());
         QVERIFY2(text.contains("[Save]\nPathOpen=/pictures\n"), text.constData());
 
@@ -166,16 +165,10 @@ private slots:
     void badFiles()
     {
         QFETCH(bool, folder);
-        if (folder) {
-            QVERIFY(QDir().mkpath(UserIni()));
-        } else {
-            QFile file(UserIni());
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            QByteArray junk("[[[\x01\x02\xff\xfe=\n=\n[General\nVersion\n\0\0\0", 32);
-            for (int i = 0; i < 4096; ++i)
-                junk.append(char((i * 7919) % 256));
-            file.write(junk);
-        }
+        QByteArray junk("[[[\x01\x02\xff\xfe=\n=\n[General\nVersion\n\0\0\0", 32);
+        for (int i = 0; i < 4096; ++i)
+            junk.append(char((i * 7919) % 256));
+        QVERIFY(folder ? QDir().mkpath(UserIni()) : OVTest::WriteFile(UserIni(), junk));
         QCOMPARE(A::GetPathOpen(), QString());
         QCOMPARE(int(A::GetColorManagementNotEqualPolicy()), 3);
         A::SetPathOpen(QStringLiteral("/written"));
