@@ -136,8 +136,7 @@ private slots:
         QFETCH(QStringList, reasons);
 
         const QString output = OVTest::SandboxPath() + QStringLiteral("/out-") + QTest::currentDataTag();
-        QStringList arguments{"--headless", "--output", output};
-        arguments << extra;
+        QStringList arguments = QStringList{"--headless", "--output", output} + extra;
         for (const QString& file : files)
             arguments << Image(file);
         const Run run = RunDemo(arguments);

@@ -41,15 +41,13 @@ private slots:
     {
         OVToolGroupManager::InitInstance();
         // S stays outside the group; the others are its members.
-        for (const char* name : {"A", "B", "E", "T", "X", "S"}) {
+        for (const QString name : {"A", "B", "E", "T", "X", "S"}) {
             auto* action = new LockableAction;
-            action->setObjectName(QString::fromLatin1(name));
-            m_log.Record(action, &OVActivateAction::ImplicitToggled,
-                         action->objectName() + QStringLiteral(".Implicit"));
-            m_log.Record(action, &OVActivateAction::Toggled,
-                         action->objectName() + QStringLiteral(".Toggled"));
-            if (action->objectName() != QLatin1String("S"))
-                OVToolGroupManager::Add(action, QStringLiteral("uid-") + action->objectName());
+            action->setObjectName(name);
+            m_log.Record(action, &OVActivateAction::ImplicitToggled, name + QStringLiteral(".Implicit"));
+            m_log.Record(action, &OVActivateAction::Toggled, name + QStringLiteral(".Toggled"));
+            if (name != QLatin1String("S"))
+                OVToolGroupManager::Add(action, QStringLiteral("uid-") + name);
             m_actions << action;
         }
         m_log.Clear();
