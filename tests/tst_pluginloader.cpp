@@ -197,11 +197,6 @@ private slots:
         QTest::newRow("three flags") << int(A::Adjustments | A::Brushes | A::Tools)
                                      << OVTest::Words(
                                             "brushcontainer extra adjustments basictools generaltools");
-        // -1 stands for LoadPlugins() without flags: every library of both folders.
-        QTest::newRow("no flags at all")
-            << -1
-            << OVTest::Words("brushcontainer extra Filter adjustments basictools "
-                             "filter generaltools imageio imageio.v2 other");
     }
     void wellKnownFlags()
     {
@@ -216,10 +211,7 @@ private slots:
 
         OVTest::SignalLog log;
         Record(log);
-        if (flags < 0)
-            OVApplication::LoadPlugins();
-        else
-            OVApplication::LoadPlugins(OVApplication::PluginsLoadTypes(flags));
+        OVApplication::LoadPlugins(OVApplication::PluginsLoadTypes(flags));
 
         QStringList files;
         for (const QString& name : loaded)
