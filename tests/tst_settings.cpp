@@ -18,16 +18,6 @@ QString UserIni()
     return A::GetUserDataFolder() + QStringLiteral("/user.ini");
 }
 
-QVariant RawValue(const QString& key)
-{
-    return QSettings(UserIni(), QSettings::IniFormat).value(key);
-}
-
-void WriteRaw(const QString& key, const QVariant& value)
-{
-    QSettings(UserIni(), QSettings::IniFormat).setValue(key, value);
-}
-
 } // namespace
 
 class TestSettings : public QObject
@@ -54,7 +44,7 @@ private slots:
         // The version records who created the file; it is not written again.
         QSettings(UserIni(), QSettings::IniFormat).remove(QStringLiteral("Version"));
         A::SetUserValue(QStringLiteral("Save/PathOpen"), QStringLiteral("/other"));
-        QCOMPARE(RawValue(QStringLiteral("Version")), QVariant());
+        QCOMPARE(QSettings(UserIni(), QSettings::IniFormat).value(QStringLiteral("Version")), QVariant());
         QCOMPARE(A::GetPathOpen(), QStringLiteral("/other"));
 
         // An application write makes the user data folder, and no version goes into "app.ini".
@@ -146,10 +136,12 @@ private slots:
 
     void wrongTypes()
     {
-        WriteRaw(QStringLiteral("ColorManagement/MissingPolicy"), QStringLiteral("abc"));
-        WriteRaw(QStringLiteral("MessagesAndConfirmationsSettings/ShowPNGCompressionSettings"), "false");
-        WriteRaw(QStringLiteral("Save/PathOpen"), 5);
-        WriteRaw(QStringLiteral("Save/PathExport"), QStringList{"a", "b"});
+        QSettings raw(UserIni(), QSettings::IniFormat);
+        raw.setValue(QStringLiteral("ColorManagement/MissingPolicy"), QStringLiteral("abc"));
+        raw.setValue(QStringLiteral("MessagesAndConfirmationsSettings/ShowPNGCompressionSettings"), "false");
+        raw.setValue(QStringLiteral("Save/PathOpen"), 5);
+        raw.setValue(QStringLiteral("Save/PathExport"), QStringList{"a", "b"});
+        raw.sync();
         QCOMPARE(int(A::GetColorManagementMissingPolicy()), 0);
         QCOMPARE(A::IsPNGCompressionVisible(), false);
         QCOMPARE(A::GetPathOpen(), QStringLiteral("5"));
