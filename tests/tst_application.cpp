@@ -65,12 +65,9 @@ private slots:
     {
         OVApplication* app = OVApplication::GetInstance();
         OVTest::SignalLog log;
-        log.Record(app, &OVApplication::RecentColorChanged, "RecentColorChanged");
-        log.Record(app, &OVApplication::RecentPickerChanged, "RecentPickerChanged");
-        log.Record(app, &OVApplication::RefineSelectionRegistered, "RefineSelectionRegistered");
-        log.Record(app, &OVApplication::FlushPluginData, "FlushPluginData");
-        log.Record(app, &OVApplication::AboutActivated, "AboutActivated");
-        log.Record(app, &OVApplication::AboutDeactivated, "AboutDeactivated");
+        log.RecordByName(app, &OVApplication::RecentColorChanged, &OVApplication::RecentPickerChanged,
+                         &OVApplication::RefineSelectionRegistered, &OVApplication::FlushPluginData,
+                         &OVApplication::AboutActivated, &OVApplication::AboutDeactivated);
 
         QAction refineA, refineB;
         refineA.setObjectName(QStringLiteral("A"));

@@ -131,9 +131,8 @@ private slots:
         Load("Resolutions", path);
         OVTest::SignalLog log;
         auto* list = KXExportResolutions::GetInstance();
-        log.Record(list, &KXExportResolutions::Inserted, "Inserted");
-        log.Record(list, &KXExportResolutions::Changhed, "Changhed");
-        log.Record(list, &KXExportResolutions::Removed, "Removed");
+        log.RecordByName(list, &KXExportResolutions::Inserted, &KXExportResolutions::Changhed,
+                         &KXExportResolutions::Removed);
         // Each signal comes before the save: the file still holds the list before the change.
         for (auto signal :
              {&KXExportResolutions::Inserted, &KXExportResolutions::Changhed, &KXExportResolutions::Removed})

@@ -40,16 +40,12 @@ void VerifyEachReaderReleasedOnce(const FakeImagePlugin* plugin, OVTest::CallLog
 
 // Lets a worker go on once the pool waits for the reader it holds.
 QSemaphore s_poolWaits;
-void PoolWaits()
-{
-    s_poolWaits.release();
-}
 
 // A worker that holds a pooled reader until the pool waits for it, then uses it and returns it;
 // started once it holds the reader, with the calls so far taken out of the log.
 std::thread HoldUntilWaitedFor(OVTest::CallLog& calls, const QString& format)
 {
-    OVImageFileManagerPrivate::drainWaits = &PoolWaits;
+    OVImageFileManagerPrivate::drainWaits = [] { s_poolWaits.release(); };
     static QSemaphore borrowed; // outlives the worker's release()
     std::thread worker([&calls, format] {
         OVImageFileReader* reader = Manager()->AcquireReader(format);

@@ -47,10 +47,8 @@ class TestLook : public QObject
 private slots:
     void initTestCase()
     {
-        m_signals.Record(app, &OVApplication::BackgroundChanged, QStringLiteral("BackgroundChanged"));
-        m_signals.Record(app, &OVApplication::ForegroundChanged, QStringLiteral("ForegroundChanged"));
-        m_signals.Record(app, &OVApplication::MaskBackgroundChanged, QStringLiteral("MaskBackgroundChanged"));
-        m_signals.Record(app, &OVApplication::MaskForegroundChanged, QStringLiteral("MaskForegroundChanged"));
+        m_signals.RecordByName(app, &OVApplication::BackgroundChanged, &OVApplication::ForegroundChanged,
+                               &OVApplication::MaskBackgroundChanged, &OVApplication::MaskForegroundChanged);
     }
 
     void themes()

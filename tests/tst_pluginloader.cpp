@@ -367,10 +367,7 @@ private:
     // with "plugins.ini", ../plugins-<n> the brush and general plug-in folders. Qt keeps a
     // plug-in library mapped after it is unloaded, and loading the same path again finds the
     // old code, so every test function gets plug-in folders of its own.
-    QString Root() const
-    {
-        return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/.."));
-    }
+    QString Root() const { return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/.."); }
     QString Plugins() const { return QStringLiteral("plugins-%1").arg(m_round); }
     QString Brush() const { return Root() + QLatin1Char('/') + Plugins() + QStringLiteral("/brush"); }
     QString General() const { return Root() + QLatin1Char('/') + Plugins() + QStringLiteral("/general"); }

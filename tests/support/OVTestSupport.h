@@ -4,6 +4,7 @@
 // ordered log of the signals of many objects.
 
 #include <QColor>
+#include <QMetaMethod>
 #include <QObject>
 #include <QRegularExpression>
 #include <QString>
@@ -91,6 +92,13 @@ public:
             static_cast<void>((parts << ... << Describe(args)));
             m_entries << label + QLatin1Char('(') + parts.join(QLatin1Char(',')) + QLatin1Char(')');
         });
+    }
+
+    // Records each of the signals under its own name.
+    template <typename Sender, typename... Signals>
+    void RecordByName(const Sender* sender, Signals... each)
+    {
+        (Record(sender, each, QString::fromLatin1(QMetaMethod::fromSignal(each).name())), ...);
     }
 
     // Adds an entry of the test's own, such as a marker of when an event was processed.
