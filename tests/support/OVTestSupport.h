@@ -13,6 +13,7 @@
 #include <QtTest>
 
 #include <type_traits>
+#include <utility>
 
 namespace OVTest {
 
@@ -104,12 +105,7 @@ public:
     // Adds an entry of the test's own, such as a marker of when an event was processed.
     void Append(const QString& entry) { m_entries << entry; }
     QStringList Entries() const { return m_entries; }
-    QStringList Take()
-    {
-        QStringList entries = m_entries;
-        m_entries.clear();
-        return entries;
-    }
+    QStringList Take() { return std::exchange(m_entries, {}); }
     void Clear() { m_entries.clear(); }
 
 private:
