@@ -55,11 +55,9 @@ private slots:
         QVERIFY(QDir().mkpath(resources));
         QCOMPARE(OVApplication::GetResourcePath(), resources);
         QCOMPARE(log.Messages().size(), 1);
-        QVERIFY2(OVTest::BuildLogLine(QStringLiteral("src\\OVApplication.cpp"),
-                                      QStringLiteral("The Resouces folder does not exist"))
-                     .match(log.Messages().first())
-                     .hasMatch(),
-                 qPrintable(log.Messages().first()));
+        QCOMPARE(log.Messages().filter(
+                     OVTest::BuildLogLine("src\\OVApplication.cpp", "The Resouces folder does not exist")),
+                 log.Messages());
         QVERIFY(QDir(resources).removeRecursively());
     }
 
@@ -67,12 +65,9 @@ private slots:
     {
         OVApplication* app = OVApplication::GetInstance();
         OVTest::SignalLog log;
-        log.Record(app, &OVApplication::RecentColorChanged, "RecentColorChanged");
-        log.Record(app, &OVApplication::RecentPickerChanged, "RecentPickerChanged");
-        log.Record(app, &OVApplication::RefineSelectionRegistered, "RefineSelectionRegistered");
-        log.Record(app, &OVApplication::FlushPluginData, "FlushPluginData");
-        log.Record(app, &OVApplication::AboutActivated, "AboutActivated");
-        log.Record(app, &OVApplication::AboutDeactivated, "AboutDeactivated");
+        log.RecordByName(app, &OVApplication::RecentColorChanged, &OVApplication::RecentPickerChanged,
+                         &OVApplication::RefineSelectionRegistered, &OVApplication::FlushPluginData,
+                         &OVApplication::AboutActivated, &OVApplication::AboutDeactivated);
 
         QAction refineA, refineB;
         refineA.setObjectName(QStringLiteral("A"));
@@ -88,12 +83,11 @@ private slots:
         app->SetRecentPicker(QColor(Qt::blue));
         app->SetRecentColor(QColor());
         OVApplication::FlushData();
-        QEvent activate(QEvent::ApplicationActivate);
-        QEvent deactivate(QEvent::ApplicationDeactivate);
-        QEvent other(QEvent::ApplicationStateChange);
-        QCoreApplication::sendEvent(app, &activate);
-        QCoreApplication::sendEvent(app, &other);
-        QCoreApplication::sendEvent(app, &deactivate);
+        for (QEvent::Type type :
+             {QEvent::ApplicationActivate, QEvent::ApplicationStateChange, QEvent::ApplicationDeactivate}) {
+            QEvent event(type);
+            QCoreApplication::sendEvent(app, &event);
+        }
         app->RegisterRefineSelectionAction(nullptr);
         app->RegisterRefineSelectionAction(nullptr);
 

@@ -168,12 +168,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    OVTest::IsolateEnvironment();
-    QCoreApplication app(argc, argv);
-    TestCMSManager test;
-    return QTest::qExec(&test, argc, argv);
-}
+OV_TEST_MAIN_WITH(TestCMSManager, QCoreApplication)
 
 #include "tst_cmsmanager.moc"

@@ -1,6 +1,7 @@
 // The demo host editor end to end: the real executable with the real sample plug-ins, run
 // headless on generated images and windowed under a virtual X display.
 
+#include "OVProfileFixtures.h"
 #include "OVTestSupport.h"
 
 #include <QDataStream>
@@ -77,15 +78,6 @@ QImage Brightened(const QImage& source, int brightness)
     return image;
 }
 
-QStringList Lines(const QStringList& lines, const QString& prefix)
-{
-    QStringList matching;
-    for (const QString& line : lines)
-        if (line.startsWith(prefix))
-            matching << line;
-    return matching;
-}
-
 } // namespace
 
 class TestDemo : public QObject
@@ -103,17 +95,10 @@ private slots:
         // PNG data behind a BMP suffix: the BMP reader is chosen by the suffix and decodes it
         // by its contents.
         QVERIFY(Pattern(16, 24, 3).save(Image("wrong.bmp"), "PNG"));
-        QFile empty(Image("empty.png"));
-        QVERIFY(empty.open(QIODevice::WriteOnly));
-        empty.close();
-        QFile corrupt(Image("corrupt.jpg"));
-        QVERIFY(corrupt.open(QIODevice::WriteOnly));
-        corrupt.write(QByteArray("\xff\xd8\xff\xe0", 4) + QByteArray(300, 'x'));
-        corrupt.close();
-        QFile text(Image("notes.xyz"));
-        QVERIFY(text.open(QIODevice::WriteOnly));
-        text.write("not an image\n");
-        text.close();
+        QVERIFY(OVTest::WriteFile(Image("empty.png"), QByteArray()));
+        QVERIFY(OVTest::WriteFile(Image("corrupt.jpg"),
+                                  QByteArray("\xff\xd8\xff\xe0", 4) + QByteArray(300, 'x')));
+        QVERIFY(OVTest::WriteFile(Image("notes.xyz"), "not an image\n"));
     }
 
     // Each row runs the headless host once: the files, whether results are written, the exit
@@ -151,8 +136,7 @@ private slots:
         QFETCH(QStringList, reasons);
 
         const QString output = OVTest::SandboxPath() + QStringLiteral("/out-") + QTest::currentDataTag();
-        QStringList arguments{"--headless", "--output", output};
-        arguments << extra;
+        QStringList arguments = QStringList{"--headless", "--output", output} + extra;
         for (const QString& file : files)
             arguments << Image(file);
         const Run run = RunDemo(arguments);
@@ -170,8 +154,8 @@ private slots:
                                        .arg(read.size())
                                        .arg(files.size())
                                        .arg(files.size() - read.size()));
-        const QStringList ok = Lines(run.lines, QStringLiteral("OK\t"));
-        const QStringList failed = Lines(run.lines, QStringLiteral("FAILED\t"));
+        const QStringList ok = run.lines.filter(QRegularExpression(QStringLiteral("^OK\t")));
+        const QStringList failed = run.lines.filter(QRegularExpression(QStringLiteral("^FAILED\t")));
         QCOMPARE(ok.size() + failed.size(), files.size());
         QCOMPARE(ok.size(), read.size());
         for (const QString& reason : reasons) {
@@ -226,18 +210,13 @@ private slots:
         QVERIFY2(colours.size() > 16, qPrintable(QString::number(colours.size())));
 
         // Both files were pushed to the recent list, the one opened last first; the list was
-        // written to "user.ini" at shutdown in its stored form (a count, then the paths).
+        // written to "user.ini" at shutdown in its stored form (a count, then the paths: the form
+        // of a streamed QStringList).
         const QSettings user(QDir::homePath() + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini"),
                              QSettings::IniFormat);
         QDataStream stream(user.value(QStringLiteral("RecentFiles")).toByteArray());
-        qint32 count = 0;
-        stream >> count;
         QStringList recents;
-        for (qint32 i = 0; i < count; ++i) {
-            QString path;
-            stream >> path;
-            recents << path;
-        }
+        stream >> recents;
         QCOMPARE(QSet<QString>(recents.begin(), recents.end()),
                  (QSet<QString>{Image("a.png"), Image("b.jpg")}));
 
@@ -291,47 +270,40 @@ private slots:
 
         QStringList identifications;
         QStringList feedback;
-        QList<QStringList> runs; // event types, one list per session
-        QList<double> sessions;
+        QMap<double, QStringList> runs; // event types by session, which number in start order
+        // The value at a path of keys in a post.
+        const auto at = [](QJsonObject object, const QStringList& keys) {
+            for (const QString& key : keys.mid(0, keys.size() - 1))
+                object = object.value(key).toObject();
+            return object.value(keys.last());
+        };
         for (const QByteArray& line : collector.readAllStandardOutput().split('\n')) {
             if (line.trimmed().isEmpty())
                 continue;
             const QJsonObject post = QJsonDocument::fromJson(line).object();
-            const QJsonObject form = post.value(QStringLiteral("form")).toObject();
-            if (post.value(QStringLiteral("path")).toString() == QLatin1String("/feedback")) {
-                feedback << post.value(QStringLiteral("json"))
-                                .toObject()
-                                .value(QStringLiteral("feedback"))
-                                .toString();
-                continue;
+            const QString path = post.value(QStringLiteral("path")).toString();
+            if (path == QLatin1String("/feedback")) {
+                feedback << at(post, {"json", "feedback"}).toString();
+            } else {
+                QCOMPARE(at(post, {"form", "api_key"}).toString(), QStringLiteral("ovdemo-key"));
+                if (path == QLatin1String("/identification")) {
+                    identifications
+                        << at(post, {"form", "identification", "user_properties", "plan"}).toString();
+                    continue;
+                }
+                QCOMPARE(path, QStringLiteral("/events"));
+                runs[at(post, {"form", "event", "session_id"}).toDouble()]
+                    << at(post, {"form", "event", "event_type"}).toString();
             }
-            QCOMPARE(form.value(QStringLiteral("api_key")).toString(), QStringLiteral("ovdemo-key"));
-            if (post.value(QStringLiteral("path")).toString() == QLatin1String("/identification")) {
-                identifications << form.value(QStringLiteral("identification"))
-                                       .toObject()
-                                       .value(QStringLiteral("user_properties"))
-                                       .toObject()
-                                       .value(QStringLiteral("plan"))
-                                       .toString();
-                continue;
-            }
-            QCOMPARE(post.value(QStringLiteral("path")).toString(), QStringLiteral("/events"));
-            const QJsonObject event = form.value(QStringLiteral("event")).toObject();
-            const double session = event.value(QStringLiteral("session_id")).toDouble();
-            if (!sessions.contains(session)) {
-                sessions << session;
-                runs << QStringList();
-            }
-            runs[sessions.indexOf(session)] << event.value(QStringLiteral("event_type")).toString();
         }
         QCOMPARE(identifications, QStringList{QStringLiteral("demo")});
         QCOMPARE(feedback, QStringList{QStringLiteral("Hello from the test")});
         QCOMPARE(runs.size(), 2);
-        QCOMPARE(runs.at(0).first(), QStringLiteral("start"));
-        QStringList sorted = runs.at(0);
+        QCOMPARE(runs.first().first(), QStringLiteral("start"));
+        QStringList sorted = runs.first();
         std::sort(sorted.begin(), sorted.end());
         QCOMPARE(sorted, (QStringList{"adjust", "adjust", "export", "export", "open", "open", "start"}));
-        QCOMPARE(runs.at(1), (QStringList{"start", "open"}));
+        QCOMPARE(runs.last(), (QStringList{"start", "open"}));
     }
 
     // The demo's German translation, made by lrelease at build time, once the user picked it.
@@ -356,12 +328,6 @@ private:
     QString m_images;
 };
 
-int main(int argc, char** argv)
-{
-    OVTest::IsolateEnvironment();
-    QGuiApplication app(argc, argv);
-    TestDemo test;
-    return QTest::qExec(&test, argc, argv);
-}
+OV_TEST_MAIN_WITH(TestDemo, QGuiApplication)
 
 #include "tst_demo.moc"

@@ -2,6 +2,7 @@
 // the parsing rules on real INI files, and every change announced and then saved.
 
 #include "OVApplication.h"
+#include "OVProfileFixtures.h"
 #include "OVTestSupport.h"
 #include "private/KXExportResolutions_p.h"
 #include "private/KXExportSizes_p.h"
@@ -52,19 +53,6 @@ QStringList Defaults(const QString& group)
                   group);
 }
 
-QByteArray Read(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void Write(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(bytes);
-}
-
 } // namespace
 
 class TestExportLists : public QObject
@@ -81,7 +69,8 @@ private slots:
             QCOMPARE(Items(group), Defaults(group));
             QCOMPARE(Stored(UserFile(group), group), Defaults(group));
             QCOMPARE(QSettings(UserFile(group), QSettings::IniFormat).value("Version"), QVariant("2.3.0"));
-            Write(UserFile(group), "[General]\nVersion=1\n[Resolutions]\n0=640x480\n[Sizes]\n0=77\n");
+            QVERIFY(OVTest::WriteFile(UserFile(group),
+                                      "[General]\nVersion=1\n[Resolutions]\n0=640x480\n[Sizes]\n0=77\n"));
             Load(group, UserFile(group));
             QCOMPARE(Items(group).size(), 1);
         }
@@ -122,8 +111,7 @@ private slots:
         QFETCH(QString, expected);
         const QString path = OVTest::SandboxPath() + "/loading/" + QTest::currentDataTag() + ".ini";
         QDir().mkpath(file == "<dir>" ? path : QFileInfo(path).path());
-        if (file != "<dir>")
-            Write(path, file);
+        QVERIFY(file == "<dir>" || OVTest::WriteFile(path, file));
         Load(group, path);
         if (expected != "<defaults>") {
             QCOMPARE(Items(group).join(' '), expected);
@@ -138,13 +126,13 @@ private slots:
     void editing()
     {
         const QString path = OVTest::SandboxPath() + "/editing.ini";
-        Write(path, "[General]\nVersion=2.3.0\n[Resolutions]\n0=1280x720\n1=3840x2160\n");
+        QVERIFY(
+            OVTest::WriteFile(path, "[General]\nVersion=2.3.0\n[Resolutions]\n0=1280x720\n1=3840x2160\n"));
         Load("Resolutions", path);
         OVTest::SignalLog log;
         auto* list = KXExportResolutions::GetInstance();
-        log.Record(list, &KXExportResolutions::Inserted, "Inserted");
-        log.Record(list, &KXExportResolutions::Changhed, "Changhed");
-        log.Record(list, &KXExportResolutions::Removed, "Removed");
+        log.RecordByName(list, &KXExportResolutions::Inserted, &KXExportResolutions::Changhed,
+                         &KXExportResolutions::Removed);
         // Each signal comes before the save: the file still holds the list before the change.
         for (auto signal :
              {&KXExportResolutions::Inserted, &KXExportResolutions::Changhed, &KXExportResolutions::Removed})
@@ -159,10 +147,10 @@ private slots:
         const QDateTime old = QDateTime::fromSecsSinceEpoch(946684800);
         QVERIFY(file.open(QIODevice::ReadWrite) && file.setFileTime(old, QFileDevice::FileModificationTime));
         file.close();
-        const QByteArray bytes = Read(path);
+        const QByteArray bytes = OVTest::ReadFile(path);
         KXExportResolutions::Set(1, QSize(1280, 720));
         QCOMPARE(QFileInfo(path).lastModified(), old);
-        QCOMPARE(Read(path), bytes);
+        QCOMPARE(OVTest::ReadFile(path), bytes);
         KXExportResolutions::Set(6, QSize(1, 1));
         KXExportResolutions::Set(1, QSize(1280, 800));
         KXExportResolutions::Remove(-1);

@@ -40,16 +40,14 @@ void VerifyEachReaderReleasedOnce(const FakeImagePlugin* plugin, OVTest::CallLog
 
 // Lets a worker go on once the pool waits for the reader it holds.
 QSemaphore s_poolWaits;
-void PoolWaits()
-{
-    s_poolWaits.release();
-}
 
-// Holds a pooled reader until the pool waits for it, then uses it and returns it.
-std::thread HoldUntilWaitedFor(OVTest::CallLog& calls, const QString& format, QSemaphore& borrowed)
+// A worker that holds a pooled reader until the pool waits for it, then uses it and returns it;
+// started once it holds the reader, with the calls so far taken out of the log.
+std::thread HoldUntilWaitedFor(OVTest::CallLog& calls, const QString& format)
 {
-    OVImageFileManagerPrivate::drainWaits = &PoolWaits;
-    return std::thread([&calls, format, &borrowed] {
+    OVImageFileManagerPrivate::drainWaits = [] { s_poolWaits.release(); };
+    static QSemaphore borrowed; // outlives the worker's release()
+    std::thread worker([&calls, format] {
         OVImageFileReader* reader = Manager()->AcquireReader(format);
         borrowed.release();
         s_poolWaits.tryAcquire(1, 60000);
@@ -57,6 +55,9 @@ std::thread HoldUntilWaitedFor(OVTest::CallLog& calls, const QString& format, QS
             QStringLiteral("returned(%1,%2)").arg(reader->objectName(), reader->GetFormats().join(',')));
         Manager()->ReleaseAcquiredReader(reader);
     });
+    borrowed.acquire();
+    calls.Take();
+    return worker;
 }
 
 // Records what the hooks were given in the QStringList data points to; the open hook stops a batch
@@ -214,10 +215,7 @@ private slots:
 
         // The worker holds the last reader made; taking out the first, which is idle, waits for
         // the worker's to come back, since it needs the whole entry idle.
-        QSemaphore borrowed;
-        std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("jpg"), borrowed);
-        borrowed.acquire();
-        m_calls.Take();
+        std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("jpg"));
         Manager()->ReleaseReader(a->Readers().first());
         worker.join();
         QCOMPARE(m_calls.Take(),
@@ -239,10 +237,7 @@ private slots:
             Manager()->ReleaseAcquiredReader(reader);
         }
         // The worker borrows png's top reader while a second copy of it stays idle.
-        QSemaphore borrowed;
-        std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("png"), borrowed);
-        borrowed.acquire();
-        m_calls.Take();
+        std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("png"));
         OVImageFileManager::ReleaseReadersPool();
         worker.join();
 

@@ -154,7 +154,6 @@ private slots:
     {
         QFETCH(QStringList, plugins);
         QFETCH(QStringList, steps);
-        QFETCH(QStringList, signalList);
         QFETCH(QString, state);
 
         QStringList probes;
@@ -165,7 +164,7 @@ private slots:
         for (const QString& line : OVTest::Lines(state).filter(QStringLiteral(": r=")))
             probes << line.section(':', 0, 0);
         Run(steps);
-        QCOMPARE(Short(m_signals->Entries()), signalList);
+        QTEST(Short(m_signals->Entries()), "signalList");
         QCOMPARE((Snapshot(probes) << OVImageFileManager::GetFilterForRead()
                                    << OVImageFileManager::GetFilterForWrite())
                      .join('|'),
@@ -184,25 +183,24 @@ private slots:
         QVERIFY(!Manager()->Unregister(&plugin));
         QCOMPARE(Manager()->GetGroupName(QStringLiteral("{nope}")), QStringLiteral("Unknown"));
         QVERIFY(Manager()->Register(&plugin));
-        QCOMPARE(m_calls.Take(),
-                 QStringList({"A.GetReaderUIDs()", "A.GetFormats()", "A.GetFormatCapabilities(png)",
-                              "A.GetFormatCapabilities(raw)", "group(All)", "A.GetGroups()",
-                              "A.GetGroupFormats({G})", "A.GetFormatCapabilities(png)",
-                              "A.GetFormatCapabilities(raw)", "A.GetGroupName({G})", "groups()", "group({G})",
-                              // the write side: the group has its name already
-                              "A.GetWriterUIDs()", "A.GetFormats()", "A.GetFormatCapabilities(png)",
-                              "A.GetFormatCapabilities(raw)", "group(All)", "A.GetGroups()",
-                              "A.GetGroupFormats({G})", "A.GetFormatCapabilities(png)",
-                              "A.GetFormatCapabilities(raw)", "group({G})"}));
+        // Each side asks the same; the read side names the group, the write side finds it named.
+        const QString side =
+            "A.GetFormats() A.GetFormatCapabilities(png) A.GetFormatCapabilities(raw) group(All) "
+            "A.GetGroups() A.GetGroupFormats({G}) A.GetFormatCapabilities(png) "
+            "A.GetFormatCapabilities(raw) ";
+        QCOMPARE(m_calls.Take(), OVTest::Words("A.GetReaderUIDs() " + side +
+                                               "A.GetGroupName({G}) groups() group({G}) "
+                                               "A.GetWriterUIDs() " +
+                                               side + "group({G})"));
 
         // A second registration leaves everything as it is; taking the plug-in out asks it nothing.
         QVERIFY(Manager()->Register(&plugin));
         QVERIFY(Manager()->Unregister(&plugin));
         QVERIFY(!Manager()->Unregister(&plugin));
+        // The signals of reading png, then of writing png and raw.
         QCOMPARE(m_calls.Take(),
-                 QStringList({"group(All)", "groups()", "group({G})",               // read png
-                              "group(All)", "group({G})", "group(All)", "groups()", // write png, raw
-                              "group({G})"}));
+                 OVTest::Words(
+                     "group(All) groups() group({G}) group(All) group({G}) group(All) groups() group({G})"));
     }
 
     void duplicateUIDs()
@@ -214,12 +212,10 @@ private slots:
         QVERIFY(Manager()->Register(&second));
 
         const QStringList lines = log.Matching(QStringLiteral("Build date="));
-        QCOMPARE(lines.size(), 2);
         const QString file = QStringLiteral("src\\private\\OVImageFileManager_p.cpp");
-        QVERIFY2(OVTest::BuildLogLine(file, "R1 uid is not unique.", 521).match(lines.at(0)).hasMatch(),
-                 qPrintable(lines.at(0)));
-        QVERIFY2(OVTest::BuildLogLine(file, "W1 uid is not unique.", 285).match(lines.at(1)).hasMatch(),
-                 qPrintable(lines.at(1)));
+        QCOMPARE(lines.filter(OVTest::BuildLogLine(file, "R1 uid is not unique.", 521)) +
+                     lines.filter(OVTest::BuildLogLine(file, "W1 uid is not unique.", 285)),
+                 lines);
 
         // A UID stays with the plug-in that registered it first, and goes with it.
         m_calls.Take();

@@ -74,11 +74,9 @@ private slots:
         QCOMPARE(OVAdjustmentManager::GetInstance()->GetAdjustment(QStringLiteral("X")), &first);
         const QStringList lines = capture.Matching(QStringLiteral("Build date="));
         QCOMPARE(lines.size(), 1);
-        QVERIFY2(OVTest::BuildLogLine("src\\OVAdjustmentManager.cpp",
-                                      "id:X already registered.Tool is not registered.", 117)
-                     .match(lines.first())
-                     .hasMatch(),
-                 qPrintable(lines.first()));
+        QCOMPARE(lines.filter(OVTest::BuildLogLine("src\\OVAdjustmentManager.cpp",
+                                                   "id:X already registered.Tool is not registered.", 117)),
+                 lines);
         OVAdjustmentManager::ReleaseInstance();
     }
 
@@ -141,11 +139,9 @@ private slots:
         QCOMPARE(manager->GetRegistered(), (QStringList{"X", "B"}));
         const QStringList lines = capture.Matching(QStringLiteral("Build date="));
         QCOMPARE(lines.size(), 1);
-        QVERIFY2(OVTest::BuildLogLine("src\\OVBrushToolManager.cpp",
-                                      "id:X already registered.Tool will not register.", 116)
-                     .match(lines.first())
-                     .hasMatch(),
-                 qPrintable(lines.first()));
+        QCOMPARE(lines.filter(OVTest::BuildLogLine("src\\OVBrushToolManager.cpp",
+                                                   "id:X already registered.Tool will not register.", 116)),
+                 lines);
 
         // Unregistering keeps the order of the rest and frees the identifier.
         QVERIFY(!manager->Unregister(QStringLiteral("Y")));
@@ -193,13 +189,11 @@ private slots:
         OVTest::LogCapture capture;
 
         std::vector<std::unique_ptr<Item>> items;
-        for (int t = 0; t < threads; ++t) {
-            for (int i = 0; i < perThread; ++i) {
-                const QString id =
-                    clashing ? QStringLiteral("c%1").arg(i) : QStringLiteral("t%1-%2").arg(t).arg(i);
-                items.push_back(std::make_unique<Item>(QStringLiteral("%1/%2").arg(t).arg(i), id));
-            }
-        }
+        for (int t = 0; t < threads; ++t)
+            for (int i = 0; i < perThread; ++i)
+                items.push_back(std::make_unique<Item>(QStringLiteral("%1/%2").arg(t).arg(i),
+                                                       clashing ? QStringLiteral("c%1").arg(i)
+                                                                : QStringLiteral("t%1-%2").arg(t).arg(i)));
 
         std::atomic<int> direct{0};
         int queued = 0;
@@ -210,7 +204,7 @@ private slots:
 
         std::atomic<int> successes{0};
         std::vector<std::thread> workers;
-        for (int t = 0; t < threads; ++t) {
+        for (int t = 0; t < threads; ++t)
             workers.emplace_back([&, t] {
                 for (int i = 0; i < perThread; ++i) {
                     Item* item = items[static_cast<size_t>(t * perThread + i)].get();
@@ -219,7 +213,6 @@ private slots:
                     Lookup(item->GetUID());
                 }
             });
-        }
         for (std::thread& worker : workers)
             worker.join();
 

@@ -2,6 +2,7 @@
 // the names in the language loaded last, and the installer's default language.
 
 #include "OVApplication.h"
+#include "OVProfileFixtures.h"
 #include "OVTestSupport.h"
 
 #include <QDir>
@@ -77,10 +78,8 @@ int main(int argc, char** argv)
         QFile::copy(QStringLiteral(OV_TEST_QM_DIR "/%1.qm").arg(copy.section(QLatin1Char(':'), 0, 0)),
                     translations + copy.section(QLatin1Char(':'), 1));
     }
-    QFile garbage(translations + QStringLiteral("de.lproj/b.qm"));
-    if (!garbage.open(QIODevice::WriteOnly) || garbage.write("no translations") <= 0)
+    if (!OVTest::WriteFile(translations + QStringLiteral("de.lproj/b.qm"), "no translations"))
         return 1;
-    garbage.close();
 
     OVTest::LogCapture startupLog;
     s_startupLog = &startupLog;

@@ -4,6 +4,7 @@
 
 #include "OVApplication.h"
 #include "OVGradientStop.h"
+#include "OVProfileFixtures.h"
 #include "OVTestSupport.h"
 
 #include <QDataStream>
@@ -18,12 +19,6 @@ QString Folder(const QString& name)
 {
     QDir().mkpath(OVTest::SandboxPath() + QLatin1Char('/') + name);
     return OVTest::SandboxPath() + QLatin1Char('/') + name;
-}
-
-QString DarkSheet()
-{
-    QFile file(QStringLiteral(":/Dark/pixel.qss"));
-    return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QStringLiteral("missing");
 }
 
 // The colour a stop holds, whatever it is bound to.
@@ -52,10 +47,8 @@ class TestLook : public QObject
 private slots:
     void initTestCase()
     {
-        m_signals.Record(app, &OVApplication::BackgroundChanged, QStringLiteral("BackgroundChanged"));
-        m_signals.Record(app, &OVApplication::ForegroundChanged, QStringLiteral("ForegroundChanged"));
-        m_signals.Record(app, &OVApplication::MaskBackgroundChanged, QStringLiteral("MaskBackgroundChanged"));
-        m_signals.Record(app, &OVApplication::MaskForegroundChanged, QStringLiteral("MaskForegroundChanged"));
+        m_signals.RecordByName(app, &OVApplication::BackgroundChanged, &OVApplication::ForegroundChanged,
+                               &OVApplication::MaskBackgroundChanged, &OVApplication::MaskForegroundChanged);
     }
 
     void themes()
@@ -71,9 +64,8 @@ private slots:
 
         // Bytes that are no Latin-1 text are taken as Latin-1 all the same.
         const QByteArray bytes("QWidget { font-family: \"\xc3\xa9\xff\xfe\x01\"; }");
-        QFile qss(Folder(QStringLiteral("theme")) + QStringLiteral("/pixel.qss"));
-        QVERIFY(qss.open(QIODevice::WriteOnly) && qss.write(bytes) == bytes.size());
-        qss.close();
+        const QString qss = Folder(QStringLiteral("theme")) + QStringLiteral("/pixel.qss");
+        QVERIFY(OVTest::WriteFile(qss, bytes));
         OVApplication::SetUserValue(OVApplication::ThemePath, Folder(QStringLiteral("theme")));
         QVERIFY(app->LoadTheme());
         QCOMPARE(qApp->styleSheet(), QString::fromLatin1(bytes));
@@ -81,11 +73,11 @@ private slots:
 
         // Folders stay searched in the order they came: with the folder's sheet gone the dark
         // one is found, and still after the light theme is chosen.
-        QVERIFY(qss.remove());
+        QVERIFY(QFile::remove(qss));
         for (OVApplication::ThemeType type : {OVApplication::Dark, OVApplication::Light}) {
             OVApplication::SetApplicationTheme(type);
             QVERIFY(app->LoadTheme());
-            QCOMPARE(qApp->styleSheet(), DarkSheet());
+            QCOMPARE(qApp->styleSheet(), QString::fromLatin1(OVTest::ReadFile(":/Dark/pixel.qss")));
             QCOMPARE(app->GetTheme(), type);
         }
         QCOMPARE(OVApplication::GetUserValue(OVApplication::ThemePath).toString(), QStringLiteral(":/Light"));

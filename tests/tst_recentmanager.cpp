@@ -189,14 +189,10 @@ private:
         OVRecentManager::InitInstance();
         OVRecentManager* m = OVRecentManager::GetInstance();
         log = std::make_unique<OVTest::SignalLog>();
-        log->Record(m, &OVRecentManager::FavoriteInserted, QStringLiteral("FavoriteInserted"));
-        log->Record(m, &OVRecentManager::RecentInserted, QStringLiteral("RecentInserted"));
-        log->Record(m, &OVRecentManager::FavoriteRemoved, QStringLiteral("FavoriteRemoved"));
-        log->Record(m, &OVRecentManager::RecentRemoved, QStringLiteral("RecentRemoved"));
-        log->Record(m, &OVRecentManager::FavoriteUpdated, QStringLiteral("FavoriteUpdated"));
-        log->Record(m, &OVRecentManager::RecentUpdated, QStringLiteral("RecentUpdated"));
-        log->Record(m, &OVRecentManager::FavoriteDataChanged, QStringLiteral("FavoriteDataChanged"));
-        log->Record(m, &OVRecentManager::RecentDataChanged, QStringLiteral("RecentDataChanged"));
+        using R = OVRecentManager;
+        log->RecordByName(m, &R::FavoriteInserted, &R::RecentInserted, &R::FavoriteRemoved, &R::RecentRemoved,
+                          &R::FavoriteUpdated, &R::RecentUpdated, &R::FavoriteDataChanged,
+                          &R::RecentDataChanged);
         return m;
     }
 

@@ -114,9 +114,6 @@ private slots:
         QTest::addColumn<QRgb>("pixel");
         QTest::addColumn<QRgb>("expected");
 
-        QTest::newRow("brightness +20 clamps at white")
-            << kBrightnessContrast << QVariantMap{{"brightness", 20}} << qRgba(10, 100, 250, 255)
-            << qRgba(61, 151, 255, 255);
         QTest::newRow("brightness -100 is black, alpha kept")
             << kBrightnessContrast << QVariantMap{{"brightness", -100}} << qRgba(10, 100, 250, 128)
             << qRgba(0, 0, 0, 128);
@@ -137,11 +134,10 @@ private slots:
         QFETCH(QString, uid);
         QFETCH(QVariantMap, parameters);
         QFETCH(QRgb, pixel);
-        QFETCH(QRgb, expected);
         const QImage result = Apply(uid, Filled(7, 5, pixel), parameters);
         QCOMPARE(result.size(), QSize(7, 5));
-        QCOMPARE(result.pixel(3, 2), expected);
-        QCOMPARE(result.pixel(0, 0), expected);
+        QTEST(result.pixel(3, 2), "expected");
+        QCOMPARE(result.pixel(0, 0), result.pixel(3, 2));
     }
 
     // A white dot on black spreads over a 3 by 3 square at radius 1; an opaque red dot on a

@@ -2,6 +2,7 @@
 // happens with files and folders that are not what they should be.
 
 #include "OVApplication.h"
+#include "OVProfileFixtures.h"
 #include "OVTestSupport.h"
 
 #include <QDir>
@@ -15,16 +16,6 @@ using A = OVApplication;
 QString UserIni()
 {
     return A::GetUserDataFolder() + QStringLiteral("/user.ini");
-}
-
-QVariant RawValue(const QString& key)
-{
-    return QSettings(UserIni(), QSettings::IniFormat).value(key);
-}
-
-void WriteRaw(const QString& key, const QVariant& value)
-{
-    QSettings(UserIni(), QSettings::IniFormat).setValue(key, value);
 }
 
 } // namespace
@@ -46,16 +37,14 @@ private slots:
     {
         QVERIFY(QDir(A::GetUserDataFolder()).removeRecursively());
         A::SetUserValue(QStringLiteral("Save/PathOpen"), QStringLiteral("/pictures"));
-        QFile file(UserIni());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray text = file.readAll();
+        const QByteArray text = OVTest::ReadFile(UserIni());
         QVERIFY2(text.contains("[General]\nVersion=2.4.0\n"), text.constData());
         QVERIFY2(text.contains("[Save]\nPathOpen=/pictures\n"), text.constData());
 
         // The version records who created the file; it is not written again.
         QSettings(UserIni(), QSettings::IniFormat).remove(QStringLiteral("Version"));
         A::SetUserValue(QStringLiteral("Save/PathOpen"), QStringLiteral("/other"));
-        QCOMPARE(RawValue(QStringLiteral("Version")), QVariant());
+        QCOMPARE(QSettings(UserIni(), QSettings::IniFormat).value(QStringLiteral("Version")), QVariant());
         QCOMPARE(A::GetPathOpen(), QStringLiteral("/other"));
 
         // An application write makes the user data folder, and no version goes into "app.ini".
@@ -78,9 +67,8 @@ private slots:
     void languageIndexDropsRegion()
     {
         QFETCH(QVariant, stored);
-        QFETCH(QString, expected);
         A::SetUserValue(A::LanguageIndex, stored);
-        QCOMPARE(A::GetUserValue(QStringLiteral("Language/Index")).toString(), expected);
+        QTEST(A::GetUserValue(QStringLiteral("Language/Index")).toString(), "expected");
         // Only that one key of "user.ini" is trimmed.
         A::SetUserValue(QStringLiteral("Language/Other"), stored);
         QCOMPARE(A::GetUserValue(QStringLiteral("Language/Other")), stored);
@@ -148,10 +136,12 @@ private slots:
 
     void wrongTypes()
     {
-        WriteRaw(QStringLiteral("ColorManagement/MissingPolicy"), QStringLiteral("abc"));
-        WriteRaw(QStringLiteral("MessagesAndConfirmationsSettings/ShowPNGCompressionSettings"), "false");
-        WriteRaw(QStringLiteral("Save/PathOpen"), 5);
-        WriteRaw(QStringLiteral("Save/PathExport"), QStringList{"a", "b"});
+        QSettings raw(UserIni(), QSettings::IniFormat);
+        raw.setValue(QStringLiteral("ColorManagement/MissingPolicy"), QStringLiteral("abc"));
+        raw.setValue(QStringLiteral("MessagesAndConfirmationsSettings/ShowPNGCompressionSettings"), "false");
+        raw.setValue(QStringLiteral("Save/PathOpen"), 5);
+        raw.setValue(QStringLiteral("Save/PathExport"), QStringList{"a", "b"});
+        raw.sync();
         QCOMPARE(int(A::GetColorManagementMissingPolicy()), 0);
         QCOMPARE(A::IsPNGCompressionVisible(), false);
         QCOMPARE(A::GetPathOpen(), QStringLiteral("5"));
@@ -167,16 +157,10 @@ private slots:
     void badFiles()
     {
         QFETCH(bool, folder);
-        if (folder) {
-            QVERIFY(QDir().mkpath(UserIni()));
-        } else {
-            QFile file(UserIni());
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            QByteArray junk("[[[\x01\x02\xff\xfe=\n=\n[General\nVersion\n\0\0\0", 32);
-            for (int i = 0; i < 4096; ++i)
-                junk.append(char((i * 7919) % 256));
-            file.write(junk);
-        }
+        QByteArray junk("[[[\x01\x02\xff\xfe=\n=\n[General\nVersion\n\0\0\0", 32);
+        for (int i = 0; i < 4096; ++i)
+            junk.append(char((i * 7919) % 256));
+        QVERIFY(folder ? QDir().mkpath(UserIni()) : OVTest::WriteFile(UserIni(), junk));
         QCOMPARE(A::GetPathOpen(), QString());
         QCOMPARE(int(A::GetColorManagementNotEqualPolicy()), 3);
         A::SetPathOpen(QStringLiteral("/written"));

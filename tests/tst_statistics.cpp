@@ -22,6 +22,7 @@ using OVTest::HttpServer;
 
 namespace {
 constexpr int kWaitMs = 60000;
+using Properties = QMap<QString, QString>;
 HttpServer* s_server = nullptr;
 
 // The two form items of a post, decoded.
@@ -58,7 +59,7 @@ private slots:
     {
         QTest::addColumn<int>("overload"); // 0: the document, 1: type and id, 2: with properties
         QTest::addColumn<QJsonDocument>("doc");
-        QTest::addColumn<QVariantMap>("properties");
+        QTest::addColumn<Properties>("properties");
         QTest::addColumn<QJsonObject>("expected"); // without the two stamps
         const QJsonObject open{{"event_type", "open"}, {"event_id", 7}};
         QJsonObject withProperties = open;
@@ -67,34 +68,31 @@ private slots:
         emptyProperties.insert("event_properties", QJsonObject());
         const QJsonObject huge{{"blob", QString(4 << 20, 'h')}};
 
-        QTest::newRow("type and id") << 1 << QJsonDocument() << QVariantMap() << open;
-        QTest::newRow("properties") << 2 << QJsonDocument() << QVariantMap{{"a", "1"}, {"b", "x y&z=%"}}
+        QTest::newRow("type and id") << 1 << QJsonDocument() << Properties() << open;
+        QTest::newRow("properties") << 2 << QJsonDocument() << Properties{{"a", "1"}, {"b", "x y&z=%"}}
                                     << withProperties;
-        QTest::newRow("no properties") << 2 << QJsonDocument() << QVariantMap() << emptyProperties;
+        QTest::newRow("no properties") << 2 << QJsonDocument() << Properties() << emptyProperties;
         QTest::newRow("stamps replaced")
             << 0 << QJsonDocument(QJsonObject{{"device_id", "x"}, {"session_id", 1}, {"k", true}})
-            << QVariantMap() << QJsonObject{{"k", true}};
-        QTest::newRow("array") << 0 << QJsonDocument(QJsonArray{1, 2}) << QVariantMap() << QJsonObject();
-        QTest::newRow("empty") << 0 << QJsonDocument() << QVariantMap() << QJsonObject();
-        QTest::newRow("huge") << 0 << QJsonDocument(huge) << QVariantMap() << huge;
+            << Properties() << QJsonObject{{"k", true}};
+        QTest::newRow("array") << 0 << QJsonDocument(QJsonArray{1, 2}) << Properties() << QJsonObject();
+        QTest::newRow("empty") << 0 << QJsonDocument() << Properties() << QJsonObject();
+        QTest::newRow("huge") << 0 << QJsonDocument(huge) << Properties() << huge;
     }
 
     void events()
     {
         QFETCH(int, overload);
         QFETCH(QJsonDocument, doc);
-        QFETCH(QVariantMap, properties);
+        QFETCH(Properties, properties);
         QFETCH(QJsonObject, expected);
 
-        std::map<QString, QString> map;
-        for (auto it = properties.cbegin(); it != properties.cend(); ++it)
-            map[it.key()] = it.value().toString();
         if (overload == 0)
             OVApplication::SendStatisticsEvent(doc);
         else if (overload == 1)
             OVApplication::SendStatisticsEvent("open", 7);
         else
-            OVApplication::SendStatisticsEvent("open", 7, map);
+            OVApplication::SendStatisticsEvent("open", 7, properties.toStdMap());
         QVERIFY(s_server->WaitForRequests(1, kWaitMs));
         const OVTest::HttpRequest request = s_server->Requests().value(0);
         QCOMPARE(request.path, QByteArray("/events"));

@@ -45,11 +45,10 @@ class FakeReader : public OVImageFileReader
     Q_OBJECT
 public:
     FakeReader(const QString& uid, const QStringList& formats, QObject* parent)
-        : m_uid(uid)
+        : OVImageFileReader(parent)
+        , m_uid(uid)
         , m_formats(formats)
-    {
-        setParent(parent);
-    }
+    {}
 
     QString GetUID() const override { return m_uid; }
     // Marks the reader busy for a moment; a second thread inside at the same time is counted
@@ -70,10 +69,9 @@ class FakeWriter : public OVImageFileWriter
     Q_OBJECT
 public:
     FakeWriter(const QString& uid, QObject* parent)
-        : m_uid(uid)
-    {
-        setParent(parent);
-    }
+        : OVImageFileWriter(parent)
+        , m_uid(uid)
+    {}
 
     QString GetUID() const override { return m_uid; }
     bool Write(const QString&, const QImage&) override { return true; }

@@ -1,7 +1,5 @@
 #include "OVProfileFixtures.h"
 
-#include <QFile>
-
 #include <lcms2.h>
 
 namespace OVTest {
@@ -37,12 +35,6 @@ QByteArray MakeProfile(const QString& kind, const QString& description)
     cmsSaveProfileToMem(profile, bytes.data(), &size);
     cmsCloseProfile(profile);
     return bytes;
-}
-
-bool WriteFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
 } // namespace OVTest

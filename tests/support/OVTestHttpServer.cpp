@@ -126,11 +126,6 @@ void HttpServer::Serve(QTcpSocket* connection, QByteArray& buffer)
     }
 }
 
-QString HttpServer::Url(const QString& path) const
-{
-    return QStringLiteral("http://127.0.0.1:%1%2").arg(m_port).arg(path);
-}
-
 void HttpServer::SetAnswer(const QByteArray& path, Answer answer, const QByteArray& body)
 {
     QMutexLocker lock(&m_mutex);
@@ -161,12 +156,6 @@ QList<HttpRequest> HttpServer::Requests() const
 {
     QMutexLocker lock(&m_mutex);
     return m_requests;
-}
-
-void HttpServer::Clear()
-{
-    QMutexLocker lock(&m_mutex);
-    m_requests.clear();
 }
 
 qintptr HttpServer::ListenBeforeQt(quint16* port)

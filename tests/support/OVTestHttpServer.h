@@ -50,7 +50,10 @@ public:
     // Serves from a free port of 127.0.0.1, or from the listening socket given (see
     // ListenBeforeQt). Needs the Qt application object.
     bool Start(qintptr listeningSocket = -1);
-    QString Url(const QString& path) const;
+    QString Url(const QString& path) const
+    {
+        return QStringLiteral("http://127.0.0.1:%1%2").arg(m_port).arg(path);
+    }
 
     // How requests for path are answered; paths not set get Ok with the body "ok".
     void SetAnswer(const QByteArray& path, Answer answer, const QByteArray& body = QByteArray("ok"));
@@ -60,7 +63,11 @@ public:
     // Waits until at least count requests have been recorded since the last Clear().
     bool WaitForRequests(int count, int timeoutMs = 60000);
     QList<HttpRequest> Requests() const;
-    void Clear();
+    void Clear()
+    {
+        QMutexLocker lock(&m_mutex);
+        m_requests.clear();
+    }
 
     // A listening socket on a free port of 127.0.0.1, made without Qt, for a test that must
     // know its server's address before the application object exists. Returns -1 on failure.

@@ -4,6 +4,7 @@
 // ordered log of the signals of many objects.
 
 #include <QColor>
+#include <QMetaMethod>
 #include <QObject>
 #include <QRegularExpression>
 #include <QString>
@@ -12,6 +13,7 @@
 #include <QtTest>
 
 #include <type_traits>
+#include <utility>
 
 namespace OVTest {
 
@@ -93,15 +95,17 @@ public:
         });
     }
 
+    // Records each of the signals under its own name.
+    template <typename Sender, typename... Signals>
+    void RecordByName(const Sender* sender, Signals... each)
+    {
+        (Record(sender, each, QString::fromLatin1(QMetaMethod::fromSignal(each).name())), ...);
+    }
+
     // Adds an entry of the test's own, such as a marker of when an event was processed.
     void Append(const QString& entry) { m_entries << entry; }
     QStringList Entries() const { return m_entries; }
-    QStringList Take()
-    {
-        QStringList entries = m_entries;
-        m_entries.clear();
-        return entries;
-    }
+    QStringList Take() { return std::exchange(m_entries, {}); }
     void Clear() { m_entries.clear(); }
 
 private:
@@ -110,13 +114,14 @@ private:
 
 } // namespace OVTest
 
-// main() of a test program that needs the application object: an isolated profile, one
-// OVApplication for the whole process, then the test object's functions.
-#define OV_TEST_MAIN(TestObject)                                                                             \
+// main() of a test program: an isolated profile, one application object (an OVApplication unless
+// named) for the whole process, then the test object's functions.
+#define OV_TEST_MAIN(TestObject) OV_TEST_MAIN_WITH(TestObject, OVApplication)
+#define OV_TEST_MAIN_WITH(TestObject, Application)                                                           \
     int main(int argc, char** argv)                                                                          \
     {                                                                                                        \
         OVTest::IsolateEnvironment();                                                                        \
-        OVApplication app(argc, argv);                                                                       \
+        Application app(argc, argv);                                                                         \
         TestObject test;                                                                                     \
         QTEST_SET_MAIN_SOURCE_PATH                                                                           \
         return QTest::qExec(&test, argc, argv);                                                              \
