@@ -1,6 +1,6 @@
 // Reads gradient stops from arbitrary bytes. The first byte chooses the stream's settings (bit 0
 // little-endian, bit 1 single precision, bit 2 the stream version before colours carried their
-// specification); the rest is read stop after stop until the stream fails or ends. Every stop
+// colour model); the rest is read stop after stop until the stream fails or ends. Every stop
 // read must write and read back to the same position and flags.
 
 #include "OVGradientStop.h"
@@ -31,6 +31,16 @@ bool SameFields(const OVGradientStop& a, const OVGradientStop& b)
            a.IsForeground() == b.IsForeground() && a.IsUserColor() == b.IsUserColor();
 }
 
+// A colour as the stream with these settings stores it.
+QByteArray Streamed(const QColor& color, uint8_t settings)
+{
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    Configure(out, settings);
+    out << color;
+    return bytes;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
@@ -57,13 +67,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         back >> again;
         if (back.status() != QDataStream::Ok || !back.atEnd() || !SameFields(stop, again))
             std::abort();
-        // Unbound, both give their stored colour, of the same specification.
+        // Unbound, both give their stored colour, and it streams out the same.
         for (OVGradientStop* unbound : {&stop, &again}) {
             unbound->SetBackground(false);
             unbound->SetForeground(false);
             unbound->SetUserColor(false);
         }
-        if (stop.GetColor().spec() != again.GetColor().spec())
+        if (Streamed(stop.GetColor(), settings) != Streamed(again.GetColor(), settings))
             std::abort();
     }
     return 0;

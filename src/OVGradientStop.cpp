@@ -8,14 +8,15 @@
 
 namespace {
 
-// Qt's stream operator takes a colour's specification from the stream without checking it, and
-// a value outside QColor::Spec cannot even be copied safely. Such a colour is read as invalid.
+// Qt's stream operator takes a colour's model (RGB, HSV, CMYK, ...) from the stream without
+// checking it, and a QColor holding a model Qt does not know cannot even be copied safely. Such a
+// colour is read as invalid. The model is the int a QColor starts with.
 QColor Sane(const QColor& color)
 {
-    static_assert(sizeof(QColor::Spec) == sizeof(int), "the specification leads a QColor as an int");
-    int spec = 0;
-    std::memcpy(&spec, static_cast<const void*>(&color), sizeof spec);
-    return spec >= QColor::Invalid && spec <= QColor::ExtendedRgb ? color : QColor();
+    static_assert(sizeof(QColor::Rgb) == sizeof(int), "a QColor starts with its model, an int");
+    int model = 0;
+    std::memcpy(&model, static_cast<const void*>(&color), sizeof model);
+    return model >= QColor::Invalid && model <= QColor::ExtendedRgb ? color : QColor();
 }
 
 } // namespace

@@ -197,7 +197,7 @@ private slots:
         QCOMPARE(bytes.toHex(' '),
                  QByteArray("3f d0 00 00 00 00 00 00 01 ff ff ff ff 00 00 00 00 00 00 01 00 01"));
 
-        // A colour specification Qt does not know reads as an invalid colour.
+        // A colour model Qt does not know reads as an invalid colour.
         bytes[8] = char(0x40);
         QDataStream in(bytes);
         OVGradientStop read;
