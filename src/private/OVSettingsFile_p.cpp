@@ -1,11 +1,10 @@
 #include "private/OVSettingsFile_p.h"
 
+#include "platform/OVPlatform.h"
 #include "private/OVBuildLog_p.h"
 #include "private/OVSettingsScan_p.h"
 
-#include <QDateTime>
 #include <QFile>
-#include <QFileInfo>
 #include <QHash>
 #include <QMutex>
 #include <QSaveFile>
@@ -16,12 +15,33 @@
 
 namespace {
 
+// A version of a file: its size and modification time. QSettings reads a file again when either
+// changes (to the millisecond); this time is finer still.
+struct Version
+{
+    qint64 size = -1;
+    qint64 modified = 0;
+
+    bool operator==(const Version& other) const { return size == other.size && modified == other.modified; }
+};
+
+// The version of the file at path, taken with one call and without the time zone lookups of
+// QFileInfo::lastModified(), which together cost more than the rest of a settings access; none
+// (size -1) for a missing file or a folder.
+Version VersionOf(const QString& path)
+{
+    std::int64_t size = 0;
+    std::int64_t modified = 0;
+    if (!OVPlatform::QueryFileVersion(path.toStdString(), &size, &modified))
+        return {};
+    return {size, modified};
+}
+
 // A scanned version of a file, and the file QSettings reads for it: the file itself once it is
 // safe, a repaired copy, or none.
 struct Scanned
 {
-    qint64 size = -1;
-    QDateTime modified;
+    Version version;
     QString readPath;
 };
 
@@ -40,30 +60,26 @@ public:
     // once the lock is released.
     QString ReadPath(const QString& path, OVSettingsFile::Use use, QStringList* log)
     {
-        const QFileInfo info(path);
         // A missing file, or a folder, reads as empty: there is nothing to scan.
-        if (!info.isFile())
+        const Version version = VersionOf(path);
+        if (version.size < 0)
             return path;
-        const qint64 size = info.size();
-        const QDateTime modified = info.lastModified();
         QMutexLocker locker(&m_mutex);
         const Scanned known = m_files.value(path);
-        if (known.size == size && known.modified == modified)
+        if (known.version == version)
             return known.readPath;
 
-        Scanned scanned{size, modified, path};
+        Scanned scanned{version, path};
         QFile file(path);
         // An unreadable file reads as empty to QSettings too.
         const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
         const QVector<OVSettingsScan::Damage> damages = OVSettingsScan::Find(text);
         if (!damages.isEmpty()) {
             const QByteArray repaired = OVSettingsScan::Repaired(text, damages);
-            if (use != OVSettingsFile::ReadInstalled && Save(path, repaired)) {
-                const QFileInfo now(path);
-                scanned = {now.size(), now.lastModified(), path};
-            } else {
+            if (use != OVSettingsFile::ReadInstalled && Save(path, repaired))
+                scanned.version = VersionOf(path);
+            else
                 scanned.readPath = Copy(repaired);
-            }
             for (const OVSettingsScan::Damage& damage : damages) {
                 *log << (damage.section
                              ? QStringLiteral("Unclosed settings section \"%1\" closed in \"%2\".")
