@@ -32,7 +32,12 @@ Version VersionOf(const QString& path)
 {
     std::int64_t size = 0;
     std::int64_t modified = 0;
-    if (!OVPlatform::QueryFileVersion(path.toStdString(), &size, &modified))
+#ifdef Q_OS_WIN
+    const std::string name = path.toStdString(); // UTF-8, as the platform layer takes it there
+#else
+    const std::string name = QFile::encodeName(path).toStdString();
+#endif
+    if (!OVPlatform::QueryFileVersion(name, &size, &modified))
         return {};
     return {size, modified};
 }
