@@ -189,6 +189,34 @@ private slots:
         VerifyEachReaderReleasedOnce(a, m_calls);
     }
 
+    void poolOutlivesAnotherPlugin()
+    {
+        // P0 is unregistered and deleted while the pool holds its readers; the death of P1
+        // leaves them there.
+        FakeImagePlugin* p0 = Add(QStringLiteral("P0 aaa:r"));
+        Add(QStringLiteral("P1 bbb:r"));
+        OVImageFileManager::InitReadersPool();
+        std::vector<std::unique_ptr<OVImageFileReader>> readers;
+        for (OVTest::FakeReader* reader : p0->Readers()) {
+            reader->setParent(nullptr);
+            readers.emplace_back(reader);
+        }
+        QVERIFY(Manager()->Unregister(p0));
+        m_plugins.erase(m_plugins.begin());
+        m_plugins.clear();
+        QSemaphore lent;
+        OVImageFileReader* reader = nullptr;
+        std::thread borrower([&] {
+            reader = Manager()->AcquireReader(QStringLiteral("aaa"));
+            lent.release();
+        });
+        if (!lent.tryAcquire(1, 10000))
+            qFatal("AcquireReader(\"aaa\") waits for ever");
+        borrower.join();
+        QCOMPARE(reader, readers.back().get());
+        Manager()->ReleaseAcquiredReader(reader);
+    }
+
     void poolLastInFirstOut()
     {
         FakeImagePlugin* a = Add(QStringLiteral("A jpg:r"));
