@@ -191,16 +191,13 @@ private slots:
 
     void poolOutlivesAnotherPlugin()
     {
-        // P0 is unregistered and deleted while the pool holds its readers; the death of P1
-        // leaves them there.
+        // P0, unregistered and deleted, leaves its readers in the pool; P1's death leaves them there.
         FakeImagePlugin* p0 = Add(QStringLiteral("P0 aaa:r"));
         Add(QStringLiteral("P1 bbb:r"));
         OVImageFileManager::InitReadersPool();
         std::vector<std::unique_ptr<OVImageFileReader>> readers;
-        for (OVTest::FakeReader* reader : p0->Readers()) {
-            reader->setParent(nullptr);
-            readers.emplace_back(reader);
-        }
+        for (OVTest::FakeReader* reader : p0->Readers())
+            readers.emplace_back(reader)->setParent(nullptr);
         QVERIFY(Manager()->Unregister(p0));
         m_plugins.erase(m_plugins.begin());
         m_plugins.clear();
