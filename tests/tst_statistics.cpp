@@ -176,8 +176,6 @@ private slots:
         QTest::addColumn<QStringList>("scalings");
         using OVTest::Words;
         QTest::newRow("added") << Words("add") << Words("800x600 1280x800") << Words("100 100");
-        QTest::newRow("added as primary")
-            << Words("addPrimary") << Words("1280x800 800x600") << Words("100 100");
         QTest::newRow("made primary")
             << Words("add primary") << Words("1280x800 800x600") << Words("100 100");
         QTest::newRow("geometry") << Words("add geometry") << Words("800x600 1920x1080") << Words("100 100");
@@ -195,8 +193,8 @@ private slots:
 
         auto* screen = new TestScreen; // Qt's once added; deleted with its removal
         for (const QString& step : steps) {
-            if (step.startsWith("add")) {
-                QWindowSystemInterface::handleScreenAdded(screen, step == "addPrimary");
+            if (step == "add") {
+                QWindowSystemInterface::handleScreenAdded(screen);
             } else if (step == "primary") {
                 QWindowSystemInterface::handlePrimaryScreenChanged(screen);
             } else if (step == "geometry") {
