@@ -42,36 +42,18 @@ int ReadEverything(int argc, char** argv)
     OVRecentManager::InitInstance();
     OVRecentManager* recent = OVRecentManager::GetInstance();
     A::LoadPlugins();
-    const QVariantList values{A::IsStatisticsEnabled(),
-                              A::GetApplicationTheme(),
-                              A::GetBackground(),
-                              A::GetForeground(),
-                              A::GetMaskBackground(),
-                              A::GetMaskForeground(),
-                              A::GetTexturePatternIndex(),
-                              A::GetPathOpen(),
-                              A::GetPathExport(),
-                              A::GetBatchPathOpen(),
-                              A::GetBatchPathInput(),
-                              A::GetBatchPathOutput(),
-                              A::IsPNGCompressionVisible(),
-                              A::IsJPGCompressionVisible(),
-                              A::IsTIFCompressionVisible(),
-                              A::WarnAboutLayerInfo(),
-                              A::GetColorManagementMissingPolicy(),
-                              A::GetColorManagementEqualPolicy(),
-                              A::GetColorManagementNotEqualPolicy(),
-                              A::GetColorManagementColorSpaceMismatchPolicy(),
-                              A::GetUserValue(A::LanguageIndex, "none"),
-                              A::GetDefaultLanguage(),
-                              A::GetApplicationValue("Window/Geometry", "none"),
-                              recent->GetRecentsNumber(),
-                              recent->GetRecents(),
-                              recent->GetFavoritesNumber(),
-                              recent->GetFavorites(),
-                              A::PluginFileName(A::Tools),
-                              int(A::GetErrorPlugins().size()),
-                              A::GetUserValue("Host/Keep")};
+    QVariantList values;
+    values << A::IsStatisticsEnabled() << A::GetApplicationTheme() << A::GetBackground() << A::GetForeground()
+           << A::GetMaskBackground() << A::GetMaskForeground() << A::GetTexturePatternIndex()
+           << A::GetPathOpen() << A::GetPathExport() << A::GetBatchPathOpen() << A::GetBatchPathInput()
+           << A::GetBatchPathOutput() << A::IsPNGCompressionVisible() << A::IsJPGCompressionVisible()
+           << A::IsTIFCompressionVisible() << A::WarnAboutLayerInfo() << A::GetColorManagementMissingPolicy()
+           << A::GetColorManagementEqualPolicy() << A::GetColorManagementNotEqualPolicy()
+           << A::GetColorManagementColorSpaceMismatchPolicy() << A::GetUserValue(A::LanguageIndex, "none")
+           << A::GetDefaultLanguage() << A::GetApplicationValue("Window/Geometry", "none")
+           << recent->GetRecentsNumber() << recent->GetRecents() << recent->GetFavoritesNumber()
+           << recent->GetFavorites() << A::PluginFileName(A::Tools) << int(A::GetErrorPlugins().size())
+           << A::GetUserValue("Host/Keep");
     for (const QVariant& value : values)
         printf("%s\n", qPrintable(value.type() == QVariant::StringList ? value.toStringList().join(',')
                                                                        : value.toString()));
@@ -279,13 +261,10 @@ private slots:
                  "Colors/Mask/Foreground TexturePatternIndex Save/PathOpen Save/PathExport Batch/Path/Open "
                  "Batch/Path/Input Batch/Path/Output "
                  "MessagesAndConfirmationsSettings/ShowPNGCompressionSettings "
-                 "MessagesAndConfirmationsSettings/ShowJPGCompressionSettings "
-                 "MessagesAndConfirmationsSettings/ShowTIFFCompressionSettings "
-                 "DocumentIO/IncompleteInfoState "
-                 "ColorManagement/MissingPolicy ColorManagement/EqualPolicy ColorManagement/NotEqualPolicy "
-                 "ColorManagement/ColorSpaceMismatchPolicy Language/Index RecentLimit RecentFiles "
-                 "FavoriteLimit "
-                 "FavoriteFiles"))
+                 "MessagesAndConfirmationsSettings/ShowJPGCompressionSettings DocumentIO/IncompleteInfoState "
+                 "MessagesAndConfirmationsSettings/ShowTIFFCompressionSettings ColorManagement/MissingPolicy "
+                 "ColorManagement/EqualPolicy ColorManagement/NotEqualPolicy Language/Index RecentLimit "
+                 "ColorManagement/ColorSpaceMismatchPolicy RecentFiles FavoriteLimit FavoriteFiles"))
             QTest::addRow("user.ini %s", qPrintable(key)) << kUserIni << Entry(key, list);
         QTest::newRow("app.ini") << folder + "app.ini" << Entry("Window/Geometry", list);
         QTest::newRow("plugins.ini general") << "Resources/plugins.ini" << Entry("general", list);
