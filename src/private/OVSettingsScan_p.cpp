@@ -56,11 +56,12 @@ public:
     bool DateTimeVariant()
     {
         quint32 type = 0;
-        quint32 spec = 0;
-        // The type, the null flag, the day (64 bits) and the time of day, then the time spec.
-        if (!Number(&type, 4) || type != QMetaType::QDateTime || !Skip(1 + 8 + 4) || !Number(&spec, 1))
+        quint32 timing = 0;
+        // The type, the null flag, the day (64 bits) and the time of day, then how the time counts
+        // (local, UTC, an offset or a zone).
+        if (!Number(&type, 4) || type != QMetaType::QDateTime || !Skip(1 + 8 + 4) || !Number(&timing, 1))
             return false;
-        switch (spec) {
+        switch (timing) {
         case Qt::LocalTime:
         case Qt::UTC:
             return true;
@@ -191,7 +192,7 @@ private:
         case QMetaType::QSize:
         case QMetaType::QPoint:
             return Skip(8);
-        case QMetaType::QDateTime: // date, time and spec
+        case QMetaType::QDateTime: // date, time and how the time counts
             return Skip(9);
         case QMetaType::QRect:
         case QMetaType::QLine:
