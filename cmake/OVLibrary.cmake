@@ -25,4 +25,9 @@ function(ov_add_library target)
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
     install(FILES ${ARG_HEADERS} DESTINATION ${OVCORE_INSTALL_INCLUDEDIR})
+    # The installed headers are the ones the API reference (docs/) covers.
+    foreach(header ${ARG_HEADERS})
+        get_filename_component(header ${header} ABSOLUTE)
+        set_property(GLOBAL APPEND PROPERTY OVCORE_INSTALLED_HEADERS ${header})
+    endforeach()
 endfunction()
