@@ -11,7 +11,7 @@ class OVPLUGINCORE_EXPORT KXDocumentInterface
 public:
     virtual ~KXDocumentInterface();
 
-    /// The file the document was opened from or last saved to; empty for a new one.
+    /// The document's file; empty when it has none.
     virtual QString GetFilePath() const = 0;
     /// Sets the document's file.
     virtual void SetFilePath(const QString& path) = 0;
