@@ -433,10 +433,15 @@ QVariant OVApplication::GetUserValue(const QString& key, const QVariant& def)
     OVApplicationPrivate* d = OVApplicationPrivate::Instance();
     if (!d)
         return def;
-    const QVariant value = OVApplicationPrivate::ReadValue(d->userIniPath, key, def);
     if (key != kLanguageIndexKey)
-        return value;
-    // A stored language may carry a region ("pt_BR"); the editor knows languages only.
+        return OVApplicationPrivate::ReadValue(d->userIniPath, key, def);
+    // A stored language may carry a region ("pt_BR"); the editor knows languages only. With
+    // nothing stored the caller's default comes back as it is. Settings never read back as a
+    // pointer, so one stands for the absent value.
+    const QVariant absent = QVariant::fromValue<void*>(nullptr);
+    const QVariant value = OVApplicationPrivate::ReadValue(d->userIniPath, key, absent);
+    if (value.userType() == QMetaType::VoidStar)
+        return def;
     static const QRegularExpression region(QStringLiteral("(_.*)$"));
     return value.toString().remove(region);
 }

@@ -1,4 +1,4 @@
-// The export resolutions and sizes: start-up from the shipped defaults or the user's file,
+// The export resolutions and sizes: start-up from the host's defaults or the user's file,
 // the parsing rules on real INI files, and every change announced and then saved.
 
 #include "OVApplication.h"
@@ -62,10 +62,10 @@ class TestExportLists : public QObject
 private slots:
     void startUp()
     {
-        // No user file at start: the shipped defaults, then written to the user's file, whose list
+        // No user file at start: the host's defaults, then written to the user's file, whose list
         // is the one loaded from then on.
         for (const QString& group : {QStringLiteral("Resolutions"), kSizes}) {
-            QVERIFY(Defaults(group).size() >= 5);
+            QCOMPARE(Defaults(group).size(), group == kSizes ? 2 : 3);
             QCOMPARE(Items(group), Defaults(group));
             QCOMPARE(Stored(UserFile(group), group), Defaults(group));
             QCOMPARE(QSettings(UserFile(group), QSettings::IniFormat).value("Version"), QVariant("2.3.0"));
@@ -76,11 +76,22 @@ private slots:
         }
     }
 
+    void noDefaults()
+    {
+        // Without the host's resource a list starts empty, and its file is marked as read.
+        Q_CLEANUP_RESOURCE(testexportlists);
+        const QString path = OVTest::SandboxPath() + "/nodefaults.ini";
+        Load("Resolutions", path);
+        QCOMPARE(KXExportResolutions::GetSize(), 0);
+        QCOMPARE(QSettings(path, QSettings::IniFormat).allKeys(), QStringList{"Version"});
+        Q_INIT_RESOURCE(testexportlists);
+    }
+
     void loading_data()
     {
         QTest::addColumn<QString>("group");
         QTest::addColumn<QByteArray>("file");  // "<dir>": a folder stands at the file's place
-        QTest::addColumn<QString>("expected"); // "<defaults>": the shipped list
+        QTest::addColumn<QString>("expected"); // "<defaults>": the host's list
 
         const QByteArray version = "[General]\nVersion=2.3.0\n";
         QTest::newRow("resolution rules") << "Resolutions"

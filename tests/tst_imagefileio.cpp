@@ -189,6 +189,31 @@ private slots:
         VerifyEachReaderReleasedOnce(a, m_calls);
     }
 
+    void poolOutlivesAnotherPlugin()
+    {
+        // P0, unregistered and deleted, leaves its readers in the pool; P1's death leaves them there.
+        FakeImagePlugin* p0 = Add(QStringLiteral("P0 aaa:r"));
+        Add(QStringLiteral("P1 bbb:r"));
+        OVImageFileManager::InitReadersPool();
+        std::vector<std::unique_ptr<OVImageFileReader>> readers;
+        for (OVTest::FakeReader* reader : p0->Readers())
+            readers.emplace_back(reader)->setParent(nullptr);
+        QVERIFY(Manager()->Unregister(p0));
+        m_plugins.erase(m_plugins.begin());
+        m_plugins.clear();
+        QSemaphore lent;
+        OVImageFileReader* reader = nullptr;
+        std::thread borrower([&] {
+            reader = Manager()->AcquireReader(QStringLiteral("aaa"));
+            lent.release();
+        });
+        if (!lent.tryAcquire(1, 10000))
+            qFatal("AcquireReader(\"aaa\") waits for ever");
+        borrower.join();
+        QCOMPARE(reader, readers.back().get());
+        Manager()->ReleaseAcquiredReader(reader);
+    }
+
     void poolLastInFirstOut()
     {
         FakeImagePlugin* a = Add(QStringLiteral("A jpg:r"));

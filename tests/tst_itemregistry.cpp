@@ -157,6 +157,15 @@ private slots:
         QCOMPARE(Lookup(QStringLiteral("B")), &b2);
         QCOMPARE(manager->GetRegistered(), (QStringList{"B", "X"}));
 
+        // While an item is being destroyed it is still known by the pointer that was registered:
+        // a receiver of its destroyed() forgets it under its identifier.
+        auto d = std::make_unique<Item>(QStringLiteral("d"), QStringLiteral("D"));
+        Item* dying = d.get();
+        QVERIFY(manager->Register(dying));
+        connect(dying, &QObject::destroyed, manager,
+                [manager, dying] { QVERIFY(manager->Unregister(manager->GetID(dying))); });
+        d.reset();
+
         // Receivers may call back into the registry: this one takes every newcomer out again.
         Item t(QStringLiteral("t"), QStringLiteral("T"));
         const QMetaObject::Connection reentrant =
@@ -168,7 +177,8 @@ private slots:
         disconnect(reentrant);
         QCOMPARE(manager->GetRegistered(), (QStringList{"B", "X"}));
 
-        QCOMPARE(log.Take(), (OVTest::Words("+(X,x1) +(B,b1) -(X,x1) +(X,x2) +(B,b2) +(T,t) -(T,t)")));
+        QCOMPARE(log.Take(),
+                 (OVTest::Words("+(X,x1) +(B,b1) -(X,x1) +(X,x2) +(B,b2) +(D,d) -(D,d) +(T,t) -(T,t)")));
 
         // The registry owns nothing.
         QPointer<Item> survivor(&x2);

@@ -123,13 +123,18 @@ private slots:
         delete four;
         QAction* five = Named(M::CreateAction(M::File, 5), 5);
         QCOMPARE(file->actions().mid(2), (QList<QAction*>{five, six}));
+        // An entry entered as null stands for a null action: one placed before it goes last.
+        QTest::ignoreMessage(QtWarningMsg, "QWidget::insertAction: Attempt to insert null action");
+        M::CreateAction(M::File, 8, nullptr);
+        Named(M::CreateAction(M::File, 9), 9);
+        Named(M::CreateAction(M::File, 7), 7);
 
         // The bar gets the menus that exist when it is set up, once.
         M::Setup(nullptr);
         QMenuBar bar;
         M::Setup(&bar);
         std::unique_ptr<QMenu> help(M::CreateMenu(M::Help, QStringLiteral("Help")));
-        QCOMPARE(Describe(bar), QStringLiteral("File[1,2,5,6]"));
+        QCOMPARE(Describe(bar), QStringLiteral("File[1,2,5,6,9,7]"));
 
         // Releasing the manager deletes no menu and no action.
         QPointer<QAction> watched(again);

@@ -148,7 +148,7 @@ private slots:
 
     void badStoredValues_data()
     {
-        // Stored under "RecentFiles" and "FavoriteFiles" (with "RecentLimit" 10, or "many").
+        // Stored under "RecentFiles" and "FavoriteFiles" (with both limits 10, or "many", read as 0).
         QTest::addColumn<QVariant>("files");
         QTest::addColumn<QStringList>("expected");
         const QString a = File(QStringLiteral("a.png"));
@@ -163,18 +163,20 @@ private slots:
                                    << QStringList{b};
         QTest::newRow("length beyond the bytes")
             << QVariant(one + QByteArray("\x7f\xff\xff\xfe\0a", 6)) << QStringList();
-        QTest::newRow("limit not a number") << QVariant(Stored(2, {a, b})) << QStringList{a, b};
+        QTest::newRow("limit not a number") << QVariant(Stored(2, {a, b})) << QStringList();
     }
     void badStoredValues()
     {
         QFETCH(QVariant, files);
         const QVariant limit =
             QTest::currentDataTag() == QByteArray("limit not a number") ? QVariant("many") : 10;
-        OVRecentManager* m =
-            Start({{"RecentLimit", limit}, {"RecentFiles", files}, {"FavoriteFiles", files}});
+        OVRecentManager* m = Start({{"RecentLimit", limit},
+                                    {"FavoriteLimit", limit},
+                                    {"RecentFiles", files},
+                                    {"FavoriteFiles", files}});
         QTEST(m->GetRecents(), "expected");
         QTEST(m->GetFavorites(), "expected");
-        QCOMPARE(m->GetRecentsNumber(), 10);
+        QCOMPARE(m->GetRecentsNumber() * 100 + m->GetFavoritesNumber(), limit.toInt() * 101);
         QCOMPARE(log->Entries(), QStringList());
     }
 

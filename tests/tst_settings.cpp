@@ -67,6 +67,9 @@ private slots:
     void languageIndexDropsRegion()
     {
         QFETCH(QVariant, stored);
+        // With nothing stored the default comes back as it is: not cut, not converted.
+        QCOMPARE(A::GetUserValue(A::LanguageIndex, stored), stored);
+        QVERIFY(!A::GetUserValue(A::LanguageIndex).isValid());
         A::SetUserValue(A::LanguageIndex, stored);
         QTEST(A::GetUserValue(QStringLiteral("Language/Index")).toString(), "expected");
         // Only that one key of "user.ini" is trimmed.

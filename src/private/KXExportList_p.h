@@ -14,13 +14,14 @@
 #include <stdexcept>
 
 // One user-editable export list, kept in an INI file of the user and written back after every
-// change; a file without "Version" is replaced by the defaults shipped as a resource. The two
-// export lists differ only in their Table:
+// change; a file without "Version" is replaced by the defaults the host embeds as a resource
+// (the library embeds none; without one the list starts empty). The two export lists differ
+// only in their Table:
 //   Face                   the public class: its GetInstance(), its private InitInstance(),
 //                          ReleaseInstance() and d, and the Inserted/Changhed/Removed signals
 //   Item, Arg              the item type, and how the public operations take one
 //   Group()                the INI group holding one key per index, from 0
-//   Resource(), FileName() the shipped defaults, and the user file's name ("/name.ini")
+//   Resource(), FileName() the host's defaults, and the user file's name ("/name.ini")
 //   Parse(value, &item)    true when a stored value is a valid item
 //   Store(item)            the stored value of an item
 //   SortKey(item)          the key of the sorted Add

@@ -16,7 +16,9 @@ QString SourcePath(const char* file);
 
 } // namespace OVBuildLog
 
-// A diagnostic from the place where the macro stands.
+// A diagnostic from the place where the macro stands. The line names the source file that
+// holds the code, so the application object's private helpers (plug-in loading, languages,
+// look), which have files of their own, name those files.
 #define OV_BUILD_LOG(message)                                                                                \
     OVBuildLog::Write(__DATE__, __TIME__, __LINE__, OVBuildLog::SourcePath(__FILE__), message)
 

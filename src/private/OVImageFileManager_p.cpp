@@ -239,12 +239,12 @@ void OVImageFileManagerPrivate::RemoveFromGroups(const Side& side, const QString
 
 void OVImageFileManagerPrivate::ForgetLiveOf(const Side& side, QObject* plugin)
 {
-    // By the time a plug-in reports its destruction, guarded pointers to it read null; a
-    // null one may also be left by a plug-in that was unregistered before it went, and its
-    // objects are just as orphaned.
+    // By the time a plug-in reports its destruction, guarded pointers to it read null, as do
+    // those to a plug-in unregistered and deleted before; the recorded pointer tells them
+    // apart. The objects of such an earlier plug-in stay, so its pool entry keeps lending.
     QList<QObject*> orphans;
     for (auto it = side.live.cbegin(); it != side.live.cend(); ++it) {
-        if (it.value().isNull() || it.value() == plugin)
+        if (it.value().plugin == plugin)
             orphans << it.key();
     }
     for (QObject* product : qAsConst(orphans)) {
@@ -273,7 +273,7 @@ OVImageFilePlugin* OVImageFileManagerPrivate::UIDOwner(const QMap<QString, QObje
 void OVImageFileManagerPrivate::Follow(const Side& side, QObject* product, QObject* plugin)
 {
     QObject::connect(product, SIGNAL(destroyed(QObject*)), owner, side.onDestroyed);
-    side.live.insert(product, plugin);
+    side.live.insert(product, {plugin, plugin});
 }
 
 bool OVImageFileManagerPrivate::Forget(const Side& side, QObject* product, QPointer<QObject>* plugin)
@@ -281,7 +281,7 @@ bool OVImageFileManagerPrivate::Forget(const Side& side, QObject* product, QPoin
     const auto it = side.live.find(product);
     if (it == side.live.end())
         return false;
-    *plugin = it.value();
+    *plugin = it.value().alive;
     side.live.erase(it);
     QObject::disconnect(product, SIGNAL(destroyed(QObject*)), owner, side.onDestroyed);
     if (side.pooled)

@@ -61,6 +61,14 @@ public:
         QStringList formats;
     };
 
+    // The plug-in that made a live reader or writer: its pointer as recorded, which names it
+    // even while it is being destroyed, and a guard that reads null once it is gone.
+    struct Maker
+    {
+        QObject* plugin;
+        QPointer<QObject> alive;
+    };
+
     // The read side and the write side of the registry run the same procedures on different
     // tables; a Side names the tables and the plug-in operations of one of them.
     struct Side
@@ -70,7 +78,7 @@ public:
         QMap<QString, QObject*>& uids;
         QMap<QString, QList<QObject*>>& plugins;
         QHash<QObject*, SideEntries>& entries;
-        QMap<QObject*, QPointer<QObject>>& live;
+        QMap<QObject*, Maker>& live;
         QStringList (OVImageFilePlugin::*uidList)() const;
         OVImageFilePlugin::FormatCapability capability;
         int logLine;             // of the duplicate-UID line
@@ -126,8 +134,8 @@ public:
     QSet<QObject*> plugins;
     QMap<QString, QList<QObject*>> readPlugins;
     QMap<QString, QList<QObject*>> writePlugins;
-    QMap<QObject*, QPointer<QObject>> liveReaders; // reader -> its plug-in, null once that is gone
-    QMap<QObject*, QPointer<QObject>> liveWriters;
+    QMap<QObject*, Maker> liveReaders; // reader -> its plug-in
+    QMap<QObject*, Maker> liveWriters;
     QMap<QString, QObject*> readerUIDs;
     QMap<QString, QObject*> writerUIDs;
     QMap<QString, ReaderPoolEntry*> poolByFormat;

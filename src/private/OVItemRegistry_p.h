@@ -17,9 +17,11 @@
 // Any thread may register and look up; one mutex guards the map and the registration order,
 // and the Face's Registred/Unregistred signals are emitted after it is released, so that a
 // receiver may call back into the registry. Items are not owned. An item that is deleted
-// while registered reads as null and no longer holds its identifier: the next object that
-// reports the identifier takes the entry over in place. Kept on purpose: holding the
-// identifier for a deleted item would refuse every later one and leave a dangling entry.
+// while registered no longer holds its identifier: the next object that reports the
+// identifier takes the entry over in place. Kept on purpose: holding the identifier for a
+// deleted item would refuse every later one. Until then the entry keeps the pointer that was
+// registered, so that GetID() and Unregister() still know the item while it is being
+// destroyed (a receiver of its destroyed() may forget it under its identifier).
 template <typename Face, typename Item>
 class OVItemRegistry
 {
@@ -49,17 +51,21 @@ public:
         bool refused = false;
         {
             std::lock_guard<std::mutex> guard(lock);
-            for (const QPointer<Item>& stored : byId) {
-                if (stored == item)
+            for (Entry& stored : byId) {
+                if (stored.item != item)
+                    continue;
+                if (stored.alive)
                     return true;
+                // A deleted item's address, now another object's.
+                stored.item = nullptr;
             }
             id = item->GetUID();
             auto it = byId.find(id);
             if (it == byId.end()) {
-                byId.insert(id, item);
+                byId.insert(id, {item, item});
                 order.append(id);
-            } else if (it.value().isNull()) {
-                it.value() = item;
+            } else if (it.value().alive.isNull()) {
+                it.value() = {item, item};
             } else {
                 refused = true;
             }
@@ -82,7 +88,7 @@ public:
             auto it = byId.find(id);
             if (it == byId.end())
                 return false;
-            item = it.value();
+            item = it.value().item;
             byId.erase(it);
             order.removeOne(id);
         }
@@ -93,7 +99,7 @@ public:
     Item* Get(const QString& id) const
     {
         std::lock_guard<std::mutex> guard(lock);
-        return byId.value(id);
+        return byId.value(id).alive;
     }
 
     QString GetID(Item* item) const
@@ -102,7 +108,7 @@ public:
             return QString();
         std::lock_guard<std::mutex> guard(lock);
         for (auto it = byId.cbegin(); it != byId.cend(); ++it) {
-            if (it.value() == item)
+            if (it.value().item == item)
                 return it.key();
         }
         return QString();
@@ -115,9 +121,16 @@ public:
     }
 
 private:
+    // The item as registered, and a guard that reads null once it is deleted.
+    struct Entry
+    {
+        Item* item = nullptr;
+        QPointer<Item> alive;
+    };
+
     Face* const owner;
     const Refusal refusal;
-    QMap<QString, QPointer<Item>> byId;
+    QMap<QString, Entry> byId;
     QStringList order;
     mutable std::mutex lock;
 };

@@ -31,11 +31,16 @@ int OVMenuItem::InsertionPlace(int key) const
 
 void OVMenuManagerPrivate::Insert(OVMenuItem* parent, int place, OVMenuItem entry)
 {
-    // The entry's widget action goes before the action of the first following entry that
-    // still exists; with none, at the end of the menu.
+    // The entry's widget action goes before the action of the entry that follows it; one
+    // entered as null stands for a null action, before which insertAction() appends. An entry
+    // deleted by its owner is passed over for the next one, rather than hand the menu a
+    // pointer to a freed action.
     QAction* before = nullptr;
-    for (size_t i = static_cast<size_t>(place); i < parent->children.size() && !before; ++i)
+    for (size_t i = static_cast<size_t>(place); i < parent->children.size() && !before; ++i) {
+        if (parent->children[i].enteredNull)
+            break;
         before = parent->children[i].WidgetAction();
+    }
     parent->menu->insertAction(before, entry.WidgetAction());
     parent->children.insert(parent->children.begin() + place, std::move(entry));
 }

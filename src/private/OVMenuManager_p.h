@@ -15,6 +15,7 @@ struct OVMenuItem
     QPointer<QMenu> menu;
     QPointer<QAction> action;
     int key = -1;
+    bool enteredNull = false; // entered with a null action or submenu
     std::vector<OVMenuItem> children;
 
     // The action that stands for this item in its parent menu's widget.
@@ -81,6 +82,7 @@ Entry* OVMenuManagerPrivate::EnterEntry(int role, int id, Make make)
     Entry* entry = make(parent->menu.data());
     OVMenuItem item;
     item.key = id;
+    item.enteredNull = !entry;
     if constexpr (std::is_base_of_v<QMenu, Entry>)
         item.menu = entry;
     else

@@ -15,12 +15,11 @@ const QString kRecentFilesKey = QStringLiteral("RecentFiles");
 const QString kFavoriteLimitKey = QStringLiteral("FavoriteLimit");
 const QString kFavoriteFilesKey = QStringLiteral("FavoriteFiles");
 
-// A stored limit, bounded to 0..maximum; a value that is no number reads as the default.
+// A stored limit, bounded to 0..maximum; a value that is no number reads as 0, as QVariant
+// converts it.
 int ReadLimit(const QString& key, int def, int maximum)
 {
-    bool ok = false;
-    const int limit = OVApplication::GetUserValue(key, def).toInt(&ok);
-    return std::clamp(ok ? limit : def, 0, maximum);
+    return std::clamp(OVApplication::GetUserValue(key, def).toInt(), 0, maximum);
 }
 
 // The first limit paths of a stored list that name existing files. Strings that cannot be
