@@ -11,8 +11,9 @@ class KXExportResolutionsPrivate;
 /// The pixel dimensions offered when exporting and sharing, in the order shown to the user.
 ///
 /// The application object creates and loads the list at start-up: from the user's
-/// "exportandshareresolution.ini", or from the shipped defaults when that file has no
-/// "Version". Every change is announced by a signal and then written to the user's file.
+/// "exportandshareresolution.ini", or, while that file has no "Version", from the defaults the
+/// host embeds as ":/ExportAndShareResolution.ini" (without them the list starts empty). Every
+/// change is announced by a signal and then written to the user's file.
 class OVCORE_EXPORT KXExportResolutions : public QObject
 {
     Q_OBJECT

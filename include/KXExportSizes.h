@@ -11,8 +11,9 @@ class KXExportSizesPrivate;
 /// shown to the user.
 ///
 /// The application object creates and loads the list at start-up: from the user's
-/// "exportandsharesize.ini", or from the shipped defaults when that file has no "Version".
-/// Every change is announced by a signal and then written to the user's file.
+/// "exportandsharesize.ini", or, while that file has no "Version", from the defaults the host
+/// embeds as ":/ExportAndShareSize.ini" (without them the list starts empty). Every change is
+/// announced by a signal and then written to the user's file.
 class OVCORE_EXPORT KXExportSizes : public QObject
 {
     Q_OBJECT

@@ -42,7 +42,7 @@ public:
 signals:
     /// An adjustment was registered under \a id.
     void Registred(const QString& id, OVAdjustment* adjustment);
-    /// What was registered under \a id was unregistered (null when it had been deleted).
+    /// What was registered under \a id was unregistered; the object may already be deleted.
     void Unregistred(const QString& id, OVAdjustment* adjustment);
 
 private:

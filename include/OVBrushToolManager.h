@@ -47,7 +47,7 @@ public:
 signals:
     /// A brush plug-in was registered under \a id.
     void Registred(const QString& id, OVBrushPlugin* plugin);
-    /// What was registered under \a id was unregistered (null when it had been deleted).
+    /// What was registered under \a id was unregistered; the object may already be deleted.
     void Unregistred(const QString& id, OVBrushPlugin* plugin);
 
 public slots:
