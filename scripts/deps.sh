@@ -18,6 +18,9 @@ OV_PACKAGES=(
     colord
     xvfb
     xauth
+    fonts-dejavu-core   # the fonts the window tests draw with, the same on every machine
+    openssl             # the TLS server the messenger's tests post to
+    qtbase5-private-dev # the platform interface through which a test adds and changes screens
 )
 
 ov_ensure_packages() {

@@ -193,8 +193,14 @@ private slots:
         const QString xvfb = QStandardPaths::findExecutable(QStringLiteral("xvfb-run"));
         if (xvfb.isEmpty())
             QSKIP("xvfb-run is not installed");
+        // The same on every machine, whatever GL or desktop-bus libraries it has: no GLX (so no
+        // GL driver is loaded), a session bus address that leads nowhere, the generic theme.
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        environment.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), QStringLiteral("none"));
+        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
+                           QStringLiteral("unix:path=") + OVTest::SandboxPath() + QStringLiteral("/no-bus"));
+        environment.insert(QStringLiteral("QT_QPA_PLATFORMTHEME"), QStringLiteral("generic"));
         const QString shot = OVTest::SandboxPath() + QStringLiteral("/window.png");
         const Run run = RunDemo({"-a", "-s", "-screen 0 1024x700x24", kDemo, Image("a.png"), Image("b.jpg"),
                                  "--adjust", "greyscale", "--screenshot", shot, "--quit"},

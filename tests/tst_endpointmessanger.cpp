@@ -10,6 +10,7 @@
 #include <QJsonObject>
 #include <QNetworkReply>
 #include <QSemaphore>
+#include <QSslError>
 
 #include <atomic>
 #include <memory>
@@ -128,6 +129,50 @@ private slots:
         QCOMPARE(log.Matching(QStringLiteral("Send event error")).size(), error >= 0 ? 1 : 0);
         if (at >= 0)
             QVERIFY(lines.value(at + 1).contains(QStringLiteral("OVEndpointMessanger.cpp")));
+    }
+
+    // Against a real TLS server whose self-signed certificate nobody trusts: each TLS error is
+    // logged with its text, then the failure, and the callback gets the empty body.
+    void tls_data()
+    {
+        QTest::addColumn<QString>("altName");
+        QTest::addColumn<QList<int>>("errors"); // in the order Qt reports them
+        QTest::newRow("self-signed") << "IP:127.0.0.1" << QList<int>{QSslError::SelfSignedCertificate};
+        QTest::newRow("self-signed, another host")
+            << "DNS:elsewhere.invalid"
+            << QList<int>{QSslError::HostNameMismatch, QSslError::SelfSignedCertificate};
+    }
+
+    void tls()
+    {
+        QFETCH(QString, altName);
+        QFETCH(QList<int>, errors);
+        OVTest::TlsServer server;
+        const QString failure = server.Start(altName);
+        QVERIFY2(failure.isEmpty(), qPrintable(failure));
+        OVTest::LogCapture log;
+        OVEndpointMessanger messenger;
+        const unsigned int id = messenger.RegisterEndpoint(server.Url("/tls"), {}, {}, "application/json");
+        QByteArray received("unset");
+        QSemaphore done;
+        QVERIFY(
+            messenger.PostMessage(id, Doc(0, 0), [&](const QByteArray& b) { received = b, done.release(); }));
+        QVERIFY(done.tryAcquire(1, kWaitMs));
+        QCOMPARE(received, QByteArray());
+
+        // The whole sequence: the TLS errors, the failure's code and the reply's error text.
+        QStringList expected;
+        for (int error : errors)
+            expected << QSslError(QSslError::SslError(error)).errorString();
+        expected << QStringLiteral("Send event error: %1").arg(int(QNetworkReply::SslHandshakeFailedError))
+                 << QStringLiteral("SSL handshake failed");
+        const QStringList lines = log.Matching(QStringLiteral("Build date="));
+        QCOMPARE(lines.size(), expected.size());
+        for (int i = 0; i < expected.size(); ++i)
+            QVERIFY2(OVTest::BuildLogLine(QStringLiteral("src\\OVEndpointMessanger.cpp"), expected[i])
+                         .match(lines[i])
+                         .hasMatch(),
+                     qPrintable(lines[i]));
     }
 
     void shutdown_data()

@@ -45,9 +45,12 @@ private slots:
 
     void screens()
     {
-        // The offscreen platform has one 800x600 screen at a pixel ratio of 1.
-        QCOMPARE(GetScreenResolutions(), QStringList{QStringLiteral("800x600")});
-        QCOMPARE(GetScreenScalings(), QStringList{QStringLiteral("100")});
+        // Only the copy is read, never the toolkit's screens (this program's own copy of the
+        // lists has no tracker feeding it); the primary screen comes first.
+        QCOMPARE(GetScreenResolutions(), QStringList());
+        SetToolkitScreens({{"1024x768", false}, {"800x600", true}}, {{"100", false}, {"150", true}});
+        QCOMPARE(GetScreenResolutions(), (QStringList{"800x600", "1024x768"}));
+        QCOMPARE(GetScreenScalings(), (QStringList{"150", "100"}));
     }
 
     void deviceIdAndRegion()

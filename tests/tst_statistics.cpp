@@ -4,6 +4,7 @@
 #include "OVApplication.h"
 #include "OVTestHttpServer.h"
 #include "OVTestSupport.h"
+#include "private/OVStatisticsClient_p.h"
 #include "private/OVSystemInfo_p.h"
 
 #include <QDateTime>
@@ -14,7 +15,10 @@
 #include <QLocale>
 #include <QSettings>
 #include <QUrlQuery>
+#include <qpa/qplatformscreen.h>
+#include <qpa/qwindowsysteminterface.h>
 
+#include <atomic>
 #include <memory>
 #include <thread>
 
@@ -45,6 +49,25 @@ QList<QJsonObject> Posted(const QByteArray& path)
             found << Payload(request);
     return found;
 }
+
+// A screen that comes and changes through the platform interface, as a platform plug-in's
+// screens do. It notes whether its scale is asked for off the GUI thread.
+struct TestScreen : QPlatformScreen
+{
+    QRect geometry() const override { return rect; }
+    int depth() const override { return 32; }
+    QImage::Format format() const override { return QImage::Format_RGB32; }
+    qreal devicePixelRatio() const override
+    {
+        offGuiThread = offGuiThread || QThread::currentThread() != qApp->thread();
+        return ratio;
+    }
+
+    QRect rect{800, 0, 1280, 800};
+    qreal ratio = 1;
+    static std::atomic<bool> offGuiThread;
+};
+std::atomic<bool> TestScreen::offGuiThread{false};
 
 } // namespace
 
@@ -129,8 +152,8 @@ private slots:
                                {"channel", "store"},
                                {"email", "Unknown"},
                                {"start_version", "2.8"},
-                               {"screen_resolution", QJsonArray::fromStringList(GetScreenResolutions())},
-                               {"screen_scaling", QJsonArray::fromStringList(GetScreenScalings())},
+                               {"screen_resolution", QJsonArray{"800x600"}}, // the offscreen platform's one
+                               {"screen_scaling", QJsonArray{"100"}},
                                {"system_locale", QLocale::system().name()},
                                {"system_region", GetSystemRegion()}};
         const QJsonObject expected{{"app_version", "2.9.0.8191"},
@@ -141,6 +164,83 @@ private slots:
                                    {"language", "de"},
                                    {"user_properties", user}};
         QCOMPARE(Payload(request), expected);
+    }
+
+    // Screens added, changed and removed on the GUI thread while an identification is being
+    // posted: that post was put together before the change, the next one after it, and neither
+    // asked the toolkit from the worker thread.
+    void screenChanges_data()
+    {
+        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<QStringList>("resolutions");
+        QTest::addColumn<QStringList>("scalings");
+        using OVTest::Words;
+        QTest::newRow("added") << Words("add") << Words("800x600 1280x800") << Words("100 100");
+        QTest::newRow("made primary")
+            << Words("add primary") << Words("1280x800 800x600") << Words("100 100");
+        QTest::newRow("geometry") << Words("add geometry") << Words("800x600 1920x1080") << Words("100 100");
+        QTest::newRow("scale") << Words("add scale") << Words("800x600 1920x1200") << Words("100 150");
+        QTest::newRow("removed") << Words("add remove") << Words("800x600") << Words("100");
+    }
+
+    void screenChanges()
+    {
+        QFETCH(QStringList, steps);
+        s_server->SetAnswer("/identify", HttpServer::Answer::Hold);
+        OVApplication::SendIdentificationEvent("before", "", "", "");
+        QVERIFY(s_server->WaitForRequests(1, kWaitMs));
+        OVApplication::SendIdentificationEvent("after", "", "", "");
+
+        auto* screen = new TestScreen; // Qt's once added; deleted with its removal
+        for (const QString& step : steps) {
+            if (step == "add") {
+                QWindowSystemInterface::handleScreenAdded(screen);
+            } else if (step == "primary") {
+                QWindowSystemInterface::handlePrimaryScreenChanged(screen);
+            } else if (step == "geometry") {
+                screen->rect.setSize({1920, 1080});
+                QWindowSystemInterface::handleScreenGeometryChange(screen->screen(), screen->rect,
+                                                                   screen->rect);
+            } else if (step == "scale") {
+                screen->ratio = 1.5;
+                QWindowSystemInterface::handleScreenLogicalDotsPerInchChange(screen->screen(), 144, 144);
+            } else if (step == "remove") {
+                QWindowSystemInterface::handleScreenRemoved(std::exchange(screen, nullptr));
+            }
+            QWindowSystemInterface::flushWindowSystemEvents();
+        }
+        s_server->SetAnswer("/identify", HttpServer::Answer::Ok);
+        s_server->Release();
+        QVERIFY(s_server->WaitForRequests(2, kWaitMs));
+        if (screen)
+            QWindowSystemInterface::handleScreenRemoved(screen);
+
+        const QList<QJsonObject> posted = Posted("/identify");
+        QCOMPARE(posted.size(), 2);
+        const auto screens = [&posted](int i, const char* key) {
+            return posted[i]["user_properties"].toObject()[key].toVariant().toStringList();
+        };
+        QCOMPARE(screens(0, "screen_resolution"), QStringList{"800x600"});
+        QTEST(screens(1, "screen_resolution"), "resolutions");
+        QTEST(screens(1, "screen_scaling"), "scalings");
+        QVERIFY(!TestScreen::offGuiThread);
+    }
+
+    // A client pointed at a TLS server nobody trusts drops its events without a word.
+    void tlsDropsSilently()
+    {
+        OVTest::TlsServer server;
+        const QString failure = server.Start("IP:127.0.0.1");
+        QVERIFY2(failure.isEmpty(), qPrintable(failure));
+        OVTest::LogCapture log;
+        {
+            StatisticsClient client("key", server.Url("/events"), "event_json");
+            client.EnqueueEvent("tls", 1);
+            client.EnqueueEvent("tls", 2);
+            // The server notes each client that hung up on it after the handshake.
+            QVERIFY(server.WaitForOutput(":error:", 2));
+        }
+        QCOMPARE(log.Messages(), QStringList());
     }
 
     void sessions()

@@ -13,6 +13,7 @@
 #include <QSettings>
 
 #include "private/OVCoreConfig_p.h"
+#include "private/OVScreenTracker_p.h"
 #include "private/OVStatisticsClient_p.h"
 
 namespace {
@@ -39,6 +40,7 @@ OVApplicationPrivate::~OVApplicationPrivate()
     // Each waits for the post it is sending and drops what is still queued.
     delete configuredClient;
     delete statisticsClient;
+    delete screenTracker;
 }
 
 void OVApplicationPrivate::Start()
@@ -51,6 +53,7 @@ void OVApplicationPrivate::Start()
     const QString identificationEndpoint = ReadCoreConfigValue(QStringLiteral("node1/A3"));
     const QString apiKey = ReadCoreConfigValue(QStringLiteral("node1/A0"));
     configuredClient = new StatisticsClient(apiKey, identificationEndpoint, identificationField);
+    screenTracker = new OVScreenTracker;
 
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     QCoreApplication::setAttribute(Qt::AA_DontShowIconsInMenus, true);

@@ -14,6 +14,7 @@ class QPluginLoader;
 class IBrushFactory;
 class OVApplication;
 class OVColorWidget;
+class OVScreenTracker;
 class StatisticsClient;
 
 // One attempt to load a plug-in library, kept in attempt order.
@@ -81,4 +82,6 @@ public:
     std::atomic<bool> statisticsEnabled{true};
     StatisticsClient* statisticsClient = nullptr; // owned: the events client
     StatisticsClient* configuredClient = nullptr; // owned: the identification client
+    // Owned: keeps the copy of the screen lists that the identification client reads current.
+    OVScreenTracker* screenTracker = nullptr;
 };

@@ -1,9 +1,6 @@
 #include "private/OVSystemInfo_p.h"
 
-#include "platform/OVPlatform.h"
-
-#include <QGuiApplication>
-#include <QScreen>
+#include <QMutex>
 
 namespace {
 
@@ -15,15 +12,27 @@ QStringList ToStringList(const std::vector<std::string>& texts)
     return list;
 }
 
-// Where the system lists no displays itself, the toolkit's screens stand in for them.
+struct ToolkitScreens
+{
+    QMutex mutex;
+    std::vector<OVPlatform::ScreenEntry> resolutions;
+    std::vector<OVPlatform::ScreenEntry> scalings;
+
+    static ToolkitScreens& Get()
+    {
+        static ToolkitScreens screens;
+        return screens;
+    }
+};
+
 QStringList ScreenList(bool (*query)(std::vector<OVPlatform::ScreenEntry>*),
-                       std::string (*describe)(const QScreen*))
+                       std::vector<OVPlatform::ScreenEntry> ToolkitScreens::*copy)
 {
     std::vector<OVPlatform::ScreenEntry> entries;
-    if (!query(&entries) && qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
-        const QScreen* primary = QGuiApplication::primaryScreen();
-        for (const QScreen* screen : QGuiApplication::screens())
-            entries.push_back({describe(screen), screen == primary});
+    if (!query(&entries)) {
+        ToolkitScreens& toolkit = ToolkitScreens::Get();
+        QMutexLocker lock(&toolkit.mutex);
+        entries = toolkit.*copy;
     }
     return ToStringList(OVPlatform::PrimaryFirst(entries));
 }
@@ -43,15 +52,19 @@ QString GetSystemRegion()
 
 QStringList GetScreenResolutions()
 {
-    return ScreenList(OVPlatform::QueryDisplayModes, [](const QScreen* screen) {
-        const QSize size = screen->geometry().size() * screen->devicePixelRatio();
-        return std::to_string(size.width()) + 'x' + std::to_string(size.height());
-    });
+    return ScreenList(OVPlatform::QueryDisplayModes, &ToolkitScreens::resolutions);
 }
 
 QStringList GetScreenScalings()
 {
-    return ScreenList(OVPlatform::QueryMonitorScales, [](const QScreen* screen) {
-        return std::to_string(qRound(screen->devicePixelRatio() * 100));
-    });
+    return ScreenList(OVPlatform::QueryMonitorScales, &ToolkitScreens::scalings);
+}
+
+void SetToolkitScreens(std::vector<OVPlatform::ScreenEntry> resolutions,
+                       std::vector<OVPlatform::ScreenEntry> scalings)
+{
+    ToolkitScreens& toolkit = ToolkitScreens::Get();
+    QMutexLocker lock(&toolkit.mutex);
+    toolkit.resolutions = std::move(resolutions);
+    toolkit.scalings = std::move(scalings);
 }

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "platform/OVPlatform.h"
+
 #include <QString>
 #include <QStringList>
+
+#include <vector>
 
 // Facts about the machine and the system for the statistics, computed from the platform
 // layer (src/platform/) each time they are asked for.
@@ -21,3 +25,9 @@ QStringList GetScreenResolutions();
 
 // One scale factor in percent per monitor ("100", "150", ...), the primary monitor first.
 QStringList GetScreenScalings();
+
+// Where the system lists no displays itself, the two lists above come from the toolkit's
+// screens: from this copy, which the GUI thread keeps current (OVScreenTracker), so that any
+// thread may read them. Empty until it is set.
+void SetToolkitScreens(std::vector<OVPlatform::ScreenEntry> resolutions,
+                       std::vector<OVPlatform::ScreenEntry> scalings);

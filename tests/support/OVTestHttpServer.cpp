@@ -1,9 +1,12 @@
 #include "OVTestHttpServer.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QHostAddress>
+#include <QRegularExpression>
 #include <QResource>
+#include <QStandardPaths>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
@@ -171,6 +174,49 @@ qintptr HttpServer::ListenBeforeQt(quint16* port)
         return -1;
     *port = ntohs(address.sin_port);
     return static_cast<qintptr>(fd);
+}
+
+TlsServer::~TlsServer()
+{
+    m_process.kill();
+    m_process.waitForFinished();
+}
+
+QString TlsServer::Start(const QString& altName)
+{
+    const QString openssl = QStandardPaths::findExecutable(QStringLiteral("openssl"));
+    if (openssl.isEmpty())
+        return QStringLiteral("openssl is not installed (scripts/deps.sh installs it)");
+    const QString key = m_dir.filePath("key.pem"), certificate = m_dir.filePath("cert.pem");
+    QProcess req;
+    req.setProcessChannelMode(QProcess::MergedChannels);
+    req.start(openssl, {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes",
+                        "-days", "2", "-subj", "/CN=ovcore test", "-addext", "subjectAltName=" + altName,
+                        "-keyout", key, "-out", certificate});
+    if (!req.waitForFinished(60000) || req.exitStatus() != QProcess::NormalExit || req.exitCode() != 0)
+        return QStringLiteral("openssl req failed: ") + QString::fromLocal8Bit(req.readAll());
+    // Port 0 takes a free port, which the server names once it listens.
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
+    m_process.start(openssl,
+                    {"s_server", "-accept", "127.0.0.1:0", "-cert", certificate, "-key", key, "-www"});
+    const QRegularExpression accept(QStringLiteral("ACCEPT 127\\.0\\.0\\.1:(\\d+)"));
+    while (m_port == 0 && m_process.waitForReadyRead(60000)) {
+        m_output += m_process.readAll();
+        m_port = quint16(accept.match(QString::fromLocal8Bit(m_output)).captured(1).toUInt());
+    }
+    return m_port ? QString()
+                  : QStringLiteral("openssl s_server did not listen: ") + QString::fromLocal8Bit(m_output);
+}
+
+bool TlsServer::WaitForOutput(const QByteArray& text, int count, int timeoutMs)
+{
+    QDeadlineTimer deadline(timeoutMs);
+    while (m_output.count(text) < count) {
+        if (!m_process.waitForReadyRead(int(deadline.remainingTime())))
+            return false;
+        m_output += m_process.readAll();
+    }
+    return true;
 }
 
 bool RegisterTelemetryConfig(quint16 port)

@@ -9,7 +9,9 @@
 #include <QMutex>
 #include <QPair>
 #include <QPointer>
+#include <QProcess>
 #include <QString>
+#include <QTemporaryDir>
 #include <QWaitCondition>
 
 #include <memory>
@@ -90,6 +92,29 @@ private:
     quint16 m_port = 0;
     std::unique_ptr<QThread> m_thread;
     QObject* m_context = nullptr; // lives in m_thread, parent of the listening socket
+};
+
+// `openssl s_server` on a free port of 127.0.0.1 with a self-signed certificate that `openssl req`
+// makes for it, with the subject alternative name given ("IP:127.0.0.1"). A client that does not
+// trust the certificate fails its handshake. The server is stopped when the object goes.
+class TlsServer
+{
+public:
+    ~TlsServer();
+    // Empty once the server listens, else what went wrong.
+    QString Start(const QString& altName);
+    QString Url(const QString& path) const
+    {
+        return QStringLiteral("https://127.0.0.1:%1%2").arg(m_port).arg(path);
+    }
+    // Waits until the server's output holds text count times.
+    bool WaitForOutput(const QByteArray& text, int count, int timeoutMs = 60000);
+
+private:
+    QTemporaryDir m_dir;
+    QProcess m_process;
+    QByteArray m_output;
+    quint16 m_port = 0;
 };
 
 // Registers a telemetry configuration ":core" (made by rcc from the hexadecimal text of the XML)
