@@ -8,6 +8,7 @@ OV_PACKAGES=(
     pkg-config
     qtbase5-dev
     qttools5-dev-tools
+    doxygen
     liblcms2-dev
     libbenchmark-dev
     clang-format
