@@ -37,12 +37,15 @@ bool IsTerminal(FILE* stream)
 #endif
 }
 
-// SIGINT and SIGTERM only note that the batch is to stop; the event loop looks at the note.
+// The first SIGINT or SIGTERM only notes that the batch is to stop; the event loop looks at the
+// note. A second one ends the process at once: the results in flight are discarded, their
+// QSaveFile never committed.
 std::atomic<int> s_stopSignal{0};
 
 extern "C" void OnStopSignal(int signal)
 {
     s_stopSignal.store(signal);
+    std::signal(signal, SIG_DFL);
 }
 
 class StopSignals
@@ -235,8 +238,13 @@ int OVDemoRunHeadless(OVDemoHost& host, const OVDemoHeadlessOptions& options)
     const StopSignals stopSignals;
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, [&] {
-        if (stopSignals.Caught())
-            pipeline.Stop();
+        if (!stopSignals.Caught())
+            return;
+        watch.stop();
+        pipeline.Stop();
+        progress.Clear();
+        err << OVDemoHost::tr("Stopping once the files in flight are written; stop again to discard them.")
+            << Qt::endl;
     });
     watch.start(100);
     pipeline.Start(offered);

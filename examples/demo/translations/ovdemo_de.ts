@@ -227,6 +227,10 @@
         <source>%1: %2 to %3, default %4</source>
         <translation>%1: %2 bis %3, Vorgabe %4</translation>
     </message>
+    <message>
+        <source>Stopping once the files in flight are written; stop again to discard them.</source>
+        <translation>Halte an, sobald die laufenden Dateien geschrieben sind; erneut anhalten verwirft sie.</translation>
+    </message>
 </context>
 <context>
     <name>OVDemoLists</name>

@@ -227,6 +227,10 @@
         <source>%1: %2 to %3, default %4</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Stopping once the files in flight are written; stop again to discard them.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>OVDemoLists</name>
