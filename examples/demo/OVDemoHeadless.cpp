@@ -73,7 +73,7 @@ private:
 QString OutputPath(const OVDemoHeadlessOptions& options, const QString& subfolder, const QFileInfo& input,
                    QSet<QString>& taken)
 {
-    const QDir folder(QDir(options.outputFolder).filePath(subfolder));
+    const QDir folder(QDir::cleanPath(QDir(options.outputFolder).filePath(subfolder)));
     const QString base = input.completeBaseName();
     QString path = folder.filePath(base + QLatin1Char('.') + options.format);
     for (int n = 1; taken.contains(path); ++n) {
