@@ -1,6 +1,6 @@
-# Sourced by the scripts of this folder: makes sure the Debian packages the build needs are
-# installed. As root it installs what is missing with apt-get; otherwise it names the
-# packages and stops.
+# Sourced by the scripts: makes sure the Debian packages the build needs are installed, and
+# those a script names besides (ov_ensure_packages mate-backgrounds). As root it installs what is
+# missing with apt-get; otherwise it names the packages and stops.
 
 OV_PACKAGES=(
     build-essential
@@ -26,7 +26,7 @@ OV_PACKAGES=(
 ov_ensure_packages() {
     local missing=()
     local package
-    for package in "${OV_PACKAGES[@]}"; do
+    for package in "${OV_PACKAGES[@]}" "$@"; do
         if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
             missing+=("$package")
         fi

@@ -325,12 +325,14 @@ void OVDemoWindow::AskAndApply(const QString& uid)
     if (!adjustment || !Current())
         return;
     OVDemoAdjustment step{uid, {}};
-    for (const QString& parameter : adjustment->property("parameters").toStringList()) {
+    for (const OVAdjustmentParameter& parameter : adjustment->GetParameters()) {
         bool ok = false;
-        const int value = QInputDialog::getInt(this, adjustment->GetName(), parameter, 0, -100, 100, 1, &ok);
+        const int value =
+            QInputDialog::getInt(this, adjustment->GetName(), parameter.name, parameter.defaultValue,
+                                 parameter.minimum, parameter.maximum, 1, &ok);
         if (!ok)
             return;
-        step.parameters.insert(parameter, value);
+        step.parameters.insert(parameter.name, value);
     }
     ApplyToCurrent(step);
 }
