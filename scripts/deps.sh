@@ -17,6 +17,8 @@ OV_PACKAGES=(
     colord
     xvfb
     xauth
+    xdotool
+    imagemagick
 )
 
 ov_ensure_packages() {

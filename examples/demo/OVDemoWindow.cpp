@@ -120,6 +120,17 @@ OVDemoWindow::OVDemoWindow(OVDemoHost& host, QWidget* parent)
 
 OVDemoWindow::~OVDemoWindow()
 {
+    // An adjustment still running uses the plug-ins, which go after the window.
+    QThreadPool::globalInstance()->waitForDone();
+    // The canvases go now, while the documents that point at them are still here, and no tool
+    // keeps one.
+    if (m_tabs) {
+        m_tabs->disconnect(this);
+        m_documents.clear();
+        delete m_tabs;
+        m_tabs = nullptr;
+        ShowCanvasToTool();
+    }
     // The general content widgets belong to their managers, which delete them on release.
     for (QWidget* general : {OVToolBarManager::GeneralContent(), OVToolWidgetManager::GeneralContent()}) {
         if (general)
