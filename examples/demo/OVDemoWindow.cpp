@@ -122,6 +122,9 @@ OVDemoWindow::~OVDemoWindow()
 {
     // An adjustment still running uses the plug-ins, which go after the window.
     QThreadPool::globalInstance()->waitForDone();
+    // Tool contents may go with the window; what they announce then is not for it.
+    if (OVToolBarManager* bar = OVToolBarManager::GetInstance())
+        bar->disconnect(this);
     // The canvases go now, while the documents that point at them are still here, and no tool
     // keeps one.
     if (m_tabs) {
