@@ -21,6 +21,8 @@ OV_PACKAGES=(
     fonts-dejavu-core   # the fonts the window tests draw with, the same on every machine
     openssl             # the TLS server the messenger's tests post to
     qtbase5-private-dev # the platform interface through which a test adds and changes screens
+    xdotool             # the real key presses and clicks of the window test
+    imagemagick         # the window test's screenshots (import)
 )
 
 ov_ensure_packages() {

@@ -4,7 +4,10 @@
 #include "OVProfileFixtures.h"
 #include "OVTestSupport.h"
 
+#include "OVCMSManager.h"
+
 #include <QBuffer>
+#include <QColorSpace>
 #include <QDataStream>
 #include <QDir>
 #include <QDirIterator>
@@ -81,6 +84,81 @@ QImage Brightened(const QImage& source, int brightness)
         }
     }
     return image;
+}
+
+// The screen of a virtual X server of its own, with the demo on it, driven by xdotool.
+class Screen
+{
+public:
+    Screen()
+    {
+        m_server.start(QStringLiteral("Xvfb"),
+                       {"-displayfd", "1", "-screen", "0", "1024x700x24", "-nolisten", "tcp"});
+        if (m_server.waitForReadyRead(20000))
+            m_environment.insert(QStringLiteral("DISPLAY"), QLatin1Char(':') + m_server.readLine().trimmed());
+        m_environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        // Neither GL nor the session bus: the window needs neither, and both keep memory to the end.
+        m_environment.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), QStringLiteral("none"));
+        m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("disabled:"));
+        m_environment.insert(QStringLiteral("NO_AT_BRIDGE"), QStringLiteral("1"));
+    }
+    ~Screen()
+    {
+        m_demo.kill();
+        m_demo.waitForFinished();
+        m_server.kill();
+        m_server.waitForFinished();
+    }
+
+    bool Start(const QStringList& arguments)
+    {
+        m_demo.setProcessEnvironment(m_environment);
+        m_demo.start(kDemo, arguments);
+        return m_demo.waitForStarted() && Focus() && (QTest::qWait(1500), true);
+    }
+    // The window takes the keys (there is no window manager to give it the focus).
+    bool Focus(const QString& title = QStringLiteral("core demo editor"))
+    {
+        return Xdo({"search", "--sync", "--onlyvisible", "--name", title, "windowfocus", "--sync"});
+    }
+    bool Xdo(const QStringList& arguments)
+    {
+        QProcess xdo;
+        xdo.setProcessEnvironment(m_environment);
+        xdo.start(QStringLiteral("xdotool"), arguments);
+        const bool done = xdo.waitForFinished(20000) && xdo.exitCode() == 0;
+        QTest::qWait(250); // for the demo to take the input in and paint
+        return done;
+    }
+    QImage Shot()
+    {
+        QProcess import;
+        import.setProcessEnvironment(m_environment);
+        import.start(QStringLiteral("import"), {"-window", "root", "png:-"});
+        import.waitForFinished(20000);
+        return QImage::fromData(import.readAllStandardOutput(), "PNG").convertToFormat(QImage::Format_RGB32);
+    }
+    bool Finished()
+    {
+        return (m_demo.state() == QProcess::NotRunning || m_demo.waitForFinished(20000)) &&
+               m_demo.exitStatus() == QProcess::NormalExit && m_demo.exitCode() == 0;
+    }
+
+private:
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
+    QProcess m_server;
+    QProcess m_demo;
+};
+
+// Where image shows on the screen pixel for pixel, found by its first row; null if nowhere.
+QPoint Find(const QImage& shot, const QImage& image)
+{
+    for (int y = 0; y < shot.height(); ++y)
+        for (int x = 0; x + image.width() <= shot.width(); ++x)
+            if (shot.pixel(x, y) == image.pixel(0, 0) &&
+                shot.copy(x, y, image.width(), 1) == image.copy(0, 0, image.width(), 1))
+                return QPoint(x, y);
+    return QPoint();
 }
 
 } // namespace
@@ -336,6 +414,79 @@ private slots:
             QFile::remove(copy);
             QFile::copy(shot, copy);
         }
+    }
+
+    // The window driven by key presses and clicks: grey-scale undone and redone, a zoom in and
+    // out at a clicked point, the picker's colour kept in "user.ini", and an export in the working
+    // profile, which the file carries.
+    void interactive()
+    {
+        for (const char* program : {"Xvfb", "xdotool", "import"})
+            if (QStandardPaths::findExecutable(QLatin1String(program)).isEmpty())
+                QSKIP("Xvfb, xdotool and ImageMagick's import are needed");
+        OVCMSManager::InitInstance(QStringLiteral("/usr/share/color/icc"));
+        int profile = 0;
+        while (
+            !OVCMSManager::GetInstance()->GetRGBProfile(profile).GetFilePath().endsWith("AdobeRGB1998.icc"))
+            QVERIFY(++profile < OVCMSManager::GetInstance()->GetRGBProfileCount());
+        const QString ini = QDir::homePath() + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini");
+        QSettings(ini, QSettings::IniFormat)
+            .setValue(QStringLiteral("ColorManagement/WorkingProfileID"), profile);
+
+        Screen screen;
+        const QImage image = Pattern(600, 400, 6); // at 150% larger than the view
+        QVERIFY(image.save(Image("c.png")));
+        QVERIFY(screen.Start({Image("c.png"), "--adjust", "greyscale"}));
+        const QImage grey = screen.Shot();
+        QVERIFY(Find(grey, image).isNull());
+        QVERIFY(screen.Xdo({"key", "ctrl+z"}));
+        const QImage undone = screen.Shot();
+        const QPoint at = Find(undone, image);
+        QVERIFY(!at.isNull());
+        QVERIFY(screen.Xdo({"key", "ctrl+shift+z"}));
+        QCOMPARE(screen.Shot(), grey);
+        QVERIFY(screen.Xdo({"key", "ctrl+z"}));
+
+        // 150% about the click: the pixel clicked stays where it was, and 60 pixels of the screen
+        // show 40 of the image; Alt-click goes back to the same picture.
+        const QPoint click = at + QPoint(300, 200);
+        QVERIFY(screen.Xdo({"key", "z"}) && screen.Xdo({"mousemove", QString::number(click.x()),
+                                                        QString::number(click.y()), "click", "1"}));
+        const QImage zoomed = screen.Shot();
+        QCOMPARE(zoomed.pixel(click), undone.pixel(click));
+        QSet<QRgb> columns;
+        for (int x = 0; x < 60; ++x)
+            columns.insert(zoomed.pixel(click + QPoint(x, 0)));
+        QCOMPARE(columns.size(), 40);
+        QVERIFY(screen.Xdo({"keydown", "alt", "click", "1", "keyup", "alt"}));
+        QCOMPARE(Find(screen.Shot(), image), at);
+
+        const QString exported = OVTest::SandboxPath() + QStringLiteral("/exported.png");
+        // The picker's panel may widen the dock and move the image.
+        QVERIFY(screen.Xdo({"key", "i"}));
+        const QPoint pick = Find(screen.Shot(), image) + click - at;
+        QVERIFY(
+            screen.Xdo({"mousemove", QString::number(pick.x()), QString::number(pick.y()), "click", "1"}));
+        QVERIFY(screen.Xdo({"key", "ctrl+e"}) && screen.Focus("^Export$") &&
+                screen.Xdo({"key", "ctrl+a", "type", exported}) && screen.Xdo({"key", "Return"}) &&
+                screen.Focus("^Export options$") && screen.Xdo({"key", "Return"}) && screen.Focus() &&
+                screen.Xdo({"key", "ctrl+q"}));
+        QVERIFY(screen.Finished());
+        QCOMPARE(
+            QSettings(ini, QSettings::IniFormat).value(QStringLiteral("Colors/Foreground")).value<QColor>(),
+            image.pixelColor(click - at));
+        QFile icc(OVCMSManager::GetInstance()->GetRGBProfile(profile).GetFilePath());
+        QVERIFY(icc.open(QIODevice::ReadOnly));
+        QImage written(exported);
+        QCOMPARE(written.colorSpace(), QColorSpace::fromIccProfile(icc.readAll()));
+        // Other numbers in that profile, the same colour back in sRGB.
+        const QPoint p = click - at;
+        const QColor back = written.convertedToColorSpace(QColorSpace::SRgb).pixelColor(p);
+        QVERIFY(written.pixel(p) != image.pixel(p));
+        QVERIFY(qAbs(back.red() - image.pixelColor(p).red()) +
+                    qAbs(back.green() - image.pixelColor(p).green()) +
+                    qAbs(back.blue() - image.pixelColor(p).blue()) <=
+                4);
     }
 
     // The statistics end to end: the collector on a free loopback port, the headless host pointed
