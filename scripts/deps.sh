@@ -1,6 +1,6 @@
-# Sourced by the scripts of this folder: makes sure the Debian packages the build needs are
-# installed. As root it installs what is missing with apt-get; otherwise it names the
-# packages and stops.
+# Sourced by the scripts: makes sure the Debian packages the build needs are installed, and
+# those a script names besides (ov_ensure_packages mate-backgrounds). As root it installs what is
+# missing with apt-get; otherwise it names the packages and stops.
 
 OV_PACKAGES=(
     build-essential
@@ -8,6 +8,7 @@ OV_PACKAGES=(
     pkg-config
     qtbase5-dev
     qttools5-dev-tools
+    doxygen
     liblcms2-dev
     libbenchmark-dev
     clang-format
@@ -20,12 +21,14 @@ OV_PACKAGES=(
     fonts-dejavu-core   # the fonts the window tests draw with, the same on every machine
     openssl             # the TLS server the messenger's tests post to
     qtbase5-private-dev # the platform interface through which a test adds and changes screens
+    xdotool             # the real key presses and clicks of the window test
+    imagemagick         # the window test's screenshots (import)
 )
 
 ov_ensure_packages() {
     local missing=()
     local package
-    for package in "${OV_PACKAGES[@]}"; do
+    for package in "${OV_PACKAGES[@]}" "$@"; do
         if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
             missing+=("$package")
         fi

@@ -1,8 +1,45 @@
 #include "OVBrushToolManager.h"
 
 #include "private/OVBrushToolManager_p.h"
+#include "private/OVSingleton_p.h"
 
-OV_DEFINE_ITEM_REGISTRY_FACE(OVBrushToolManager, OVBrushPlugin, GetPlugin)
+// The registry's operations are OVItemRegistry's, under the names of this class.
+
+OV_DEFINE_SINGLETON(OVBrushToolManager)
+
+OVBrushToolManager::OVBrushToolManager()
+    : d(new OVBrushToolManagerPrivate(this))
+{}
+
+OVBrushToolManager::~OVBrushToolManager()
+{
+    delete d;
+}
+
+bool OVBrushToolManager::Register(OVBrushPlugin* plugin)
+{
+    return d->Register(plugin);
+}
+
+bool OVBrushToolManager::Unregister(const QString& id)
+{
+    return d->Unregister(id);
+}
+
+OVBrushPlugin* OVBrushToolManager::GetPlugin(const QString& id)
+{
+    return d->Get(id);
+}
+
+QString OVBrushToolManager::GetID(OVBrushPlugin* plugin)
+{
+    return d->GetID(plugin);
+}
+
+QStringList OVBrushToolManager::GetRegistered()
+{
+    return d->GetRegistered();
+}
 
 void OVBrushToolManager::SetMainBrushPlugin(OVBrushPlugin* plugin)
 {

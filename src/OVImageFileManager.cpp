@@ -53,12 +53,12 @@ bool OVImageFileManager::Unregister(OVImageFilePlugin* plugin)
 
 OVImageFilePlugin* OVImageFileManager::GetPluginForRead(const QString& format) const
 {
-    return OVImageFileManagerPrivate::FirstPlugin(d->readPlugins, format.toLower());
+    return OVImageFileManagerPrivate::FirstPlugin(d->read, format.toLower());
 }
 
 OVImageFilePlugin* OVImageFileManager::GetPluginForWrite(const QString& format) const
 {
-    return OVImageFileManagerPrivate::FirstPlugin(d->writePlugins, format.toLower());
+    return OVImageFileManagerPrivate::FirstPlugin(d->write, format.toLower());
 }
 
 QStringList OVImageFileManager::GetSupportedReadFormats() const
@@ -73,12 +73,12 @@ QStringList OVImageFileManager::GetSupportedWriteFormats() const
 
 QStringList OVImageFileManager::GetSupportedReadGroups() const
 {
-    return d->readGroups.keys();
+    return d->read.groups.keys();
 }
 
 QStringList OVImageFileManager::GetSupportedWriteGroups() const
 {
-    QStringList groups = d->writeGroups.keys();
+    QStringList groups = d->write.groups.keys();
     groups.removeOne(QString::fromLatin1(AllGroupUID));
     return groups;
 }
@@ -91,18 +91,18 @@ QString OVImageFileManager::GetGroupName(const QString& groupUID) const
 
 QStringList OVImageFileManager::GetGroupReadFormats(const QString& groupUID) const
 {
-    return d->readGroups.value(groupUID);
+    return d->read.groups.value(groupUID);
 }
 
 QStringList OVImageFileManager::GetGroupWriteFormats(const QString& groupUID) const
 {
-    return d->writeGroups.value(groupUID);
+    return d->write.groups.value(groupUID);
 }
 
 QStringList OVImageFileManager::GetGroupFormats(const QString& groupUID) const
 {
-    const auto it = d->readGroups.constFind(groupUID);
-    return it != d->readGroups.cend() ? it.value() : GetGroupWriteFormats(groupUID);
+    const auto it = d->read.groups.constFind(groupUID);
+    return it != d->read.groups.cend() ? it.value() : GetGroupWriteFormats(groupUID);
 }
 
 QString OVImageFileManager::GetFilterForRead()
@@ -126,47 +126,47 @@ QString OVImageFileManager::GetFilterForWrite()
 OVImageFileReader* OVImageFileManager::CreateReader(const QString& format)
 {
     const QString key = format.toLower();
-    return d->Create(d->ReadSide(), OVImageFileManagerPrivate::FirstPlugin(d->readPlugins, key),
+    return d->Create(d->read, OVImageFileManagerPrivate::FirstPlugin(d->read, key),
                      &OVImageFilePlugin::CreateReader, key);
 }
 
 OVImageFileReader* OVImageFileManager::CreateReaderByUID(const QString& uid)
 {
-    return d->Create(d->ReadSide(), OVImageFileManagerPrivate::UIDOwner(d->readerUIDs, uid),
+    return d->Create(d->read, OVImageFileManagerPrivate::UIDOwner(d->read, uid),
                      &OVImageFilePlugin::CreateReaderByUID, uid);
 }
 
 OVImageFileWriter* OVImageFileManager::CreateWriter(const QString& format)
 {
     const QString key = format.toLower();
-    return d->Create(d->WriteSide(), OVImageFileManagerPrivate::FirstPlugin(d->writePlugins, key),
+    return d->Create(d->write, OVImageFileManagerPrivate::FirstPlugin(d->write, key),
                      &OVImageFilePlugin::CreateWriter, key);
 }
 
 OVImageFileWriter* OVImageFileManager::CreateWriterByUID(const QString& uid)
 {
-    return d->Create(d->WriteSide(), OVImageFileManagerPrivate::UIDOwner(d->writerUIDs, uid),
+    return d->Create(d->write, OVImageFileManagerPrivate::UIDOwner(d->write, uid),
                      &OVImageFilePlugin::CreateWriterByUID, uid);
 }
 
 void OVImageFileManager::ReleaseReader(OVImageFileReader* reader)
 {
-    d->Release(d->ReadSide(), reader, &OVImageFilePlugin::ReleaseReader);
+    d->Release(d->read, reader, &OVImageFilePlugin::ReleaseReader);
 }
 
 void OVImageFileManager::ReleaseWriter(OVImageFileWriter* writer)
 {
-    d->Release(d->WriteSide(), writer, &OVImageFilePlugin::ReleaseWriter);
+    d->Release(d->write, writer, &OVImageFilePlugin::ReleaseWriter);
 }
 
 void OVImageFileManager::OnReaderDestroyed(QObject* object)
 {
-    d->OnProductDestroyed(d->ReadSide(), object);
+    d->OnProductDestroyed(d->read, object);
 }
 
 void OVImageFileManager::OnWriterDestroyed(QObject* object)
 {
-    d->OnProductDestroyed(d->WriteSide(), object);
+    d->OnProductDestroyed(d->write, object);
 }
 
 void OVImageFileManager::OnPluginDestroyed(QObject* object)
@@ -190,12 +190,12 @@ void OVImageFileManager::ReleaseReadersPool()
 
 OVImageFileReader* OVImageFileManager::AcquireReader(const QString& format)
 {
-    return d->AcquireReader(format);
+    return d->pool.Acquire(format.toLower());
 }
 
 void OVImageFileManager::ReleaseAcquiredReader(OVImageFileReader* reader)
 {
-    d->ReleaseAcquiredReader(reader);
+    d->pool.GiveBack(reader);
 }
 
 // Hooks

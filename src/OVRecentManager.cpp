@@ -3,7 +3,16 @@
 #include "private/OVRecentManager_p.h"
 #include "private/OVSingleton_p.h"
 
-OV_DEFINE_SINGLETON_FACE(OVRecentManager)
+OV_DEFINE_SINGLETON(OVRecentManager)
+
+OVRecentManager::OVRecentManager()
+    : d(new OVRecentManagerPrivate(this))
+{}
+
+OVRecentManager::~OVRecentManager()
+{
+    delete d;
+}
 
 void OVRecentManager::PushRecent(const QString& path)
 {

@@ -4,7 +4,16 @@
 #include "private/OVSingleton_p.h"
 #include "private/OVToolGroupManager_p.h"
 
-OV_DEFINE_SINGLETON_FACE(OVToolGroupManager)
+OV_DEFINE_SINGLETON(OVToolGroupManager)
+
+OVToolGroupManager::OVToolGroupManager()
+    : d(new OVToolGroupManagerPrivate(this))
+{}
+
+OVToolGroupManager::~OVToolGroupManager()
+{
+    delete d;
+}
 
 void OVToolGroupManager::Add(OVActivateAction* action, const QString& uid)
 {

@@ -30,14 +30,6 @@ private slots:
                 .arg(QString::fromLatin1(__DATE__), QString::fromLatin1(__TIME__));
         QCOMPARE(log.Messages(), QStringList{expected});
 
-        log.Clear();
-        const int line = __LINE__ + 1;
-        OV_BUILD_LOG(QStringLiteral("here"));
-        QCOMPARE(log.Messages().size(), 1);
-        QVERIFY2(log.Messages().first().contains(
-                     QStringLiteral("Line=%1, file=\\\"tests\\\\tst_buildlog.cpp\\\". here").arg(line)),
-                 qPrintable(log.Messages().first()));
-
         // Every line is a debug message of the "ovcore" category, which the logging rules can
         // silence.
         const QtMessageHandler previous = qInstallMessageHandler(&RecordCategory);

@@ -4,8 +4,13 @@
 #include "OVProfileFixtures.h"
 #include "OVTestSupport.h"
 
+#include "OVCMSManager.h"
+
+#include <QBuffer>
+#include <QColorSpace>
 #include <QDataStream>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QGuiApplication>
 #include <QImage>
@@ -19,6 +24,9 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#ifdef Q_OS_UNIX
+#include <csignal>
+#endif
 
 namespace {
 
@@ -78,6 +86,81 @@ QImage Brightened(const QImage& source, int brightness)
     return image;
 }
 
+// The screen of a virtual X server of its own, with the demo on it, driven by xdotool.
+class Screen
+{
+public:
+    Screen()
+    {
+        m_server.start(QStringLiteral("Xvfb"),
+                       {"-displayfd", "1", "-screen", "0", "1024x700x24", "-nolisten", "tcp"});
+        if (m_server.waitForReadyRead(20000))
+            m_environment.insert(QStringLiteral("DISPLAY"), QLatin1Char(':') + m_server.readLine().trimmed());
+        m_environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        // Neither GL nor the session bus: the window needs neither, and both keep memory to the end.
+        m_environment.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), QStringLiteral("none"));
+        m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("disabled:"));
+        m_environment.insert(QStringLiteral("NO_AT_BRIDGE"), QStringLiteral("1"));
+    }
+    ~Screen()
+    {
+        m_demo.kill();
+        m_demo.waitForFinished();
+        m_server.kill();
+        m_server.waitForFinished();
+    }
+
+    bool Start(const QStringList& arguments)
+    {
+        m_demo.setProcessEnvironment(m_environment);
+        m_demo.start(kDemo, arguments);
+        return m_demo.waitForStarted() && Focus() && (QTest::qWait(1500), true);
+    }
+    // The window takes the keys (there is no window manager to give it the focus).
+    bool Focus(const QString& title = QStringLiteral("core demo editor"))
+    {
+        return Xdo({"search", "--sync", "--onlyvisible", "--name", title, "windowfocus", "--sync"});
+    }
+    bool Xdo(const QStringList& arguments)
+    {
+        QProcess xdo;
+        xdo.setProcessEnvironment(m_environment);
+        xdo.start(QStringLiteral("xdotool"), arguments);
+        const bool done = xdo.waitForFinished(20000) && xdo.exitCode() == 0;
+        QTest::qWait(250); // for the demo to take the input in and paint
+        return done;
+    }
+    QImage Shot()
+    {
+        QProcess import;
+        import.setProcessEnvironment(m_environment);
+        import.start(QStringLiteral("import"), {"-window", "root", "png:-"});
+        import.waitForFinished(20000);
+        return QImage::fromData(import.readAllStandardOutput(), "PNG").convertToFormat(QImage::Format_RGB32);
+    }
+    bool Finished()
+    {
+        return (m_demo.state() == QProcess::NotRunning || m_demo.waitForFinished(20000)) &&
+               m_demo.exitStatus() == QProcess::NormalExit && m_demo.exitCode() == 0;
+    }
+
+private:
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
+    QProcess m_server;
+    QProcess m_demo;
+};
+
+// Where image shows on the screen pixel for pixel, found by its first row; null if nowhere.
+QPoint Find(const QImage& shot, const QImage& image)
+{
+    for (int y = 0; y < shot.height(); ++y)
+        for (int x = 0; x + image.width() <= shot.width(); ++x)
+            if (shot.pixel(x, y) == image.pixel(0, 0) &&
+                shot.copy(x, y, image.width(), 1) == image.copy(0, 0, image.width(), 1))
+                return QPoint(x, y);
+    return QPoint();
+}
+
 } // namespace
 
 class TestDemo : public QObject
@@ -99,6 +182,12 @@ private slots:
         QVERIFY(OVTest::WriteFile(Image("corrupt.jpg"),
                                   QByteArray("\xff\xd8\xff\xe0", 4) + QByteArray(300, 'x')));
         QVERIFY(OVTest::WriteFile(Image("notes.xyz"), "not an image\n"));
+        // A header that claims 20000 x 20000 pixels (1.6 GB decoded), and a photo cut short.
+        QVERIFY(OVTest::WriteFile(Image("huge.ppm"), "P6\n20000 20000\n255\n" + QByteArray(1500, 'x')));
+        QByteArray jpeg;
+        QBuffer buffer(&jpeg);
+        QVERIFY(buffer.open(QIODevice::WriteOnly) && Pattern(600, 400, 4).save(&buffer, "JPEG", 90));
+        QVERIFY(OVTest::WriteFile(Image("cut.jpg"), jpeg.left(jpeg.size() * 2 / 3)));
     }
 
     // Each row runs the headless host once: the files, whether results are written, the exit
@@ -110,21 +199,32 @@ private slots:
         QTest::addColumn<int>("status");
         QTest::addColumn<QStringList>("read");
         QTest::addColumn<QStringList>("reasons");
+        QTest::addColumn<QString>("blocked"); // an output name taken by a folder
 
         QTest::newRow("good files, brightened and written")
             << QStringList{"a.png", "b.jpg", "wrong.bmp"} << QStringList{"--adjust", "brightness=20"} << 0
-            << QStringList{"a.png", "b.jpg", "wrong.bmp"} << QStringList();
+            << QStringList{"a.png", "b.jpg", "wrong.bmp"} << QStringList() << QString();
         QTest::newRow("bad files fail the run with their reasons")
             << QStringList{"a.png", "empty.png", "corrupt.jpg", "notes.xyz", "missing.png"}
             << QStringList{"--adjust", "brightness=20"} << 1 << QStringList{"a.png"}
             << QStringList{"empty.png\t", "corrupt.jpg\t", "notes.xyz\tNo reader for the format \"xyz\".",
-                           "missing.png\tThe file does not exist."};
+                           "missing.png\tThe file does not exist."}
+            << QString();
+        QTest::newRow("oversized and cut-short files refused alone")
+            << QStringList{"a.png", "huge.ppm", "cut.jpg", "b.jpg"}
+            << QStringList{"--adjust", "brightness=20"} << 1 << QStringList{"a.png", "b.jpg"}
+            << QStringList{"huge.ppm\tThe image is 20000x20000 pixels, above the limit of 100 megapixels",
+                           "cut.jpg\tThe file is damaged"}
+            << QString();
+        QTest::newRow("an output that cannot be written fails alone")
+            << QStringList{"a.png", "b.jpg"} << QStringList{"--adjust", "brightness=20", "--jobs", "1"} << 1
+            << QStringList{"a.png"} << QStringList{"b.jpg\tcannot write"} << QStringLiteral("b.png");
         QTest::newRow("a format without a writer fails the write")
             << QStringList{"a.png"} << QStringList{"--format", "xyz"} << 1 << QStringList()
-            << QStringList{"a.png\tcannot write"};
+            << QStringList{"a.png\tcannot write"} << QString();
         QTest::newRow("unknown adjustment stops before any file")
             << QStringList{"a.png"} << QStringList{"--adjust", "sharpness=3"} << 2 << QStringList()
-            << QStringList();
+            << QStringList() << QString();
     }
 
     void headless()
@@ -134,15 +234,20 @@ private slots:
         QFETCH(int, status);
         QFETCH(QStringList, read);
         QFETCH(QStringList, reasons);
+        QFETCH(QString, blocked);
 
         const QString output = OVTest::SandboxPath() + QStringLiteral("/out-") + QTest::currentDataTag();
+        if (!blocked.isEmpty())
+            QVERIFY(QDir().mkpath(output + QLatin1Char('/') + blocked));
         QStringList arguments = QStringList{"--headless", "--output", output} + extra;
         for (const QString& file : files)
             arguments << Image(file);
         const Run run = RunDemo(arguments);
         QCOMPARE(run.status, status);
         if (status == 2) {
-            QVERIFY2(run.errors.contains(QLatin1String("No adjustment takes \"sharpness\".")),
+            // The unknown name is followed by what there is to choose from.
+            QVERIFY2(run.errors.contains(QLatin1String("No adjustment takes \"sharpness\".")) &&
+                         run.errors.contains(QLatin1String("brightness: -100 to 100, default 0")),
                      qPrintable(run.errors));
             return;
         }
@@ -183,6 +288,84 @@ private slots:
                                   QStringLiteral(".png"));
             QCOMPARE(QImage(written).convertToFormat(QImage::Format_ARGB32), Brightened(source, 20));
         }
+    }
+
+    // A folder with a subfolder: one worker and two write the same files, byte for byte, in the
+    // same tree; without --recursive the subfolder is left out, and so is a file of no image format.
+    void folders()
+    {
+        const QString tree = OVTest::SandboxPath() + QStringLiteral("/tree");
+        QVERIFY(QDir().mkpath(tree + QStringLiteral("/sub")));
+        for (const QString& name : QStringList{"a.png", "b.jpg", "notes.xyz", "sub/a.png", "sub/b.jpg"})
+            QVERIFY(QFile::copy(Image(QFileInfo(name).fileName()), tree + QLatin1Char('/') + name));
+        QMap<QString, QByteArray> written[2];
+        for (const int jobs : {1, 2}) {
+            const QString output = OVTest::SandboxPath() + QStringLiteral("/tree-out-%1").arg(jobs);
+            const Run run = RunDemo({"--headless", "--recursive", "--jobs", QString::number(jobs), "--adjust",
+                                     "contrast=30", "--output", output, tree});
+            QCOMPARE(run.status, 0);
+            QCOMPARE(run.lines.last(), QStringLiteral("4 of 4 files done, 0 failed"));
+            QDirIterator files(output, QDir::Files, QDirIterator::Subdirectories);
+            while (files.hasNext()) {
+                QFile file(files.next());
+                QVERIFY(file.open(QIODevice::ReadOnly));
+                written[jobs - 1].insert(QDir(output).relativeFilePath(file.fileName()), file.readAll());
+            }
+        }
+        QCOMPARE(written[0].keys(), (QStringList{"a.png", "b.png", "sub/a.png", "sub/b.png"}));
+        QVERIFY(written[0] == written[1]);
+        QCOMPARE(RunDemo({"--headless", tree}).lines.last(), QStringLiteral("2 of 2 files done, 0 failed"));
+    }
+
+    // SIGINT once the first result is out: the files in flight are finished, no other is started,
+    // every file in the output folder is complete, and the exit status says how the run ended.
+    void interrupted()
+    {
+#ifdef Q_OS_UNIX
+        const QString many = OVTest::SandboxPath() + QStringLiteral("/many");
+        QVERIFY(QDir().mkpath(many));
+        QVERIFY(Pattern(1200, 900, 5).save(many + QStringLiteral("/00.png")));
+        for (int i = 1; i < 60; ++i)
+            QVERIFY(QFile::copy(many + QStringLiteral("/00.png"),
+                                many + QStringLiteral("/%1.png").arg(i, 2, 10, QLatin1Char('0'))));
+        const QString output = OVTest::SandboxPath() + QStringLiteral("/many-out");
+        QProcess process;
+        process.start(kDemo,
+                      {"--headless", "--jobs", "2", "--adjust", "greyscale", "--output", output, many});
+        QString lines;
+        while (!lines.contains(QLatin1String("OK\t")) && process.waitForReadyRead(60000))
+            lines += QString::fromUtf8(process.readAllStandardOutput());
+        ::kill(pid_t(process.processId()), SIGINT);
+        QVERIFY(process.waitForFinished(60000));
+        lines += QString::fromUtf8(process.readAllStandardOutput());
+        QCOMPARE(process.exitCode(), 128 + SIGINT);
+
+        const int ok =
+            lines.count(QRegularExpression(QStringLiteral("^OK\t"), QRegularExpression::MultilineOption));
+        QVERIFY2(ok < 60 && lines.endsWith(QStringLiteral("%1 of 60 files done, 0 failed\n").arg(ok)),
+                 qPrintable(lines));
+        const QStringList files = QDir(output).entryList(QDir::Files | QDir::Hidden);
+        QCOMPARE(files.size(), ok);
+        for (const QString& file : files)
+            QCOMPARE(QImage(output + QLatin1Char('/') + file).size(), QSize(1200, 900));
+#else
+        QSKIP("signals are sent the Unix way");
+#endif
+    }
+
+    // Help and headless runs need no display; a window without one is refused with a word.
+    void noDisplay()
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+            environment.remove(QString::fromLatin1(name));
+        const Run help = RunDemo({"--help"}, environment);
+        QCOMPARE(help.status, 0);
+        QVERIFY(help.lines.join('\n').contains(QLatin1String("--max-megapixels")));
+        QCOMPARE(RunDemo({"--headless", Image("a.png")}, environment).status, 0);
+        const Run window = RunDemo({Image("a.png")}, environment);
+        QCOMPARE(window.status, 1);
+        QVERIFY2(window.errors.contains(QLatin1String("no display")), qPrintable(window.errors));
     }
 
     // The window under a virtual X server: two images opened from the command line, the
@@ -231,6 +414,79 @@ private slots:
             QFile::remove(copy);
             QFile::copy(shot, copy);
         }
+    }
+
+    // The window driven by key presses and clicks: grey-scale undone and redone, a zoom in and
+    // out at a clicked point, the picker's colour kept in "user.ini", and an export in the working
+    // profile, which the file carries.
+    void interactive()
+    {
+        for (const char* program : {"Xvfb", "xdotool", "import"})
+            if (QStandardPaths::findExecutable(QLatin1String(program)).isEmpty())
+                QSKIP("Xvfb, xdotool and ImageMagick's import are needed");
+        OVCMSManager::InitInstance(QStringLiteral("/usr/share/color/icc"));
+        int profile = 0;
+        while (
+            !OVCMSManager::GetInstance()->GetRGBProfile(profile).GetFilePath().endsWith("AdobeRGB1998.icc"))
+            QVERIFY(++profile < OVCMSManager::GetInstance()->GetRGBProfileCount());
+        const QString ini = QDir::homePath() + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini");
+        QSettings(ini, QSettings::IniFormat)
+            .setValue(QStringLiteral("ColorManagement/WorkingProfileID"), profile);
+
+        Screen screen;
+        const QImage image = Pattern(600, 400, 6); // at 150% larger than the view
+        QVERIFY(image.save(Image("c.png")));
+        QVERIFY(screen.Start({Image("c.png"), "--adjust", "greyscale"}));
+        const QImage grey = screen.Shot();
+        QVERIFY(Find(grey, image).isNull());
+        QVERIFY(screen.Xdo({"key", "ctrl+z"}));
+        const QImage undone = screen.Shot();
+        const QPoint at = Find(undone, image);
+        QVERIFY(!at.isNull());
+        QVERIFY(screen.Xdo({"key", "ctrl+shift+z"}));
+        QCOMPARE(screen.Shot(), grey);
+        QVERIFY(screen.Xdo({"key", "ctrl+z"}));
+
+        // 150% about the click: the pixel clicked stays where it was, and 60 pixels of the screen
+        // show 40 of the image; Alt-click goes back to the same picture.
+        const QPoint click = at + QPoint(300, 200);
+        QVERIFY(screen.Xdo({"key", "z"}) && screen.Xdo({"mousemove", QString::number(click.x()),
+                                                        QString::number(click.y()), "click", "1"}));
+        const QImage zoomed = screen.Shot();
+        QCOMPARE(zoomed.pixel(click), undone.pixel(click));
+        QSet<QRgb> columns;
+        for (int x = 0; x < 60; ++x)
+            columns.insert(zoomed.pixel(click + QPoint(x, 0)));
+        QCOMPARE(columns.size(), 40);
+        QVERIFY(screen.Xdo({"keydown", "alt", "click", "1", "keyup", "alt"}));
+        QCOMPARE(Find(screen.Shot(), image), at);
+
+        const QString exported = OVTest::SandboxPath() + QStringLiteral("/exported.png");
+        // The picker's panel may widen the dock and move the image.
+        QVERIFY(screen.Xdo({"key", "i"}));
+        const QPoint pick = Find(screen.Shot(), image) + click - at;
+        QVERIFY(
+            screen.Xdo({"mousemove", QString::number(pick.x()), QString::number(pick.y()), "click", "1"}));
+        QVERIFY(screen.Xdo({"key", "ctrl+e"}) && screen.Focus("^Export$") &&
+                screen.Xdo({"key", "ctrl+a", "type", exported}) && screen.Xdo({"key", "Return"}) &&
+                screen.Focus("^Export options$") && screen.Xdo({"key", "Return"}) && screen.Focus() &&
+                screen.Xdo({"key", "ctrl+q"}));
+        QVERIFY(screen.Finished());
+        QCOMPARE(
+            QSettings(ini, QSettings::IniFormat).value(QStringLiteral("Colors/Foreground")).value<QColor>(),
+            image.pixelColor(click - at));
+        QFile icc(OVCMSManager::GetInstance()->GetRGBProfile(profile).GetFilePath());
+        QVERIFY(icc.open(QIODevice::ReadOnly));
+        QImage written(exported);
+        QCOMPARE(written.colorSpace(), QColorSpace::fromIccProfile(icc.readAll()));
+        // Other numbers in that profile, the same colour back in sRGB.
+        const QPoint p = click - at;
+        const QColor back = written.convertedToColorSpace(QColorSpace::SRgb).pixelColor(p);
+        QVERIFY(written.pixel(p) != image.pixel(p));
+        QVERIFY(qAbs(back.red() - image.pixelColor(p).red()) +
+                    qAbs(back.green() - image.pixelColor(p).green()) +
+                    qAbs(back.blue() - image.pixelColor(p).blue()) <=
+                4);
     }
 
     // The statistics end to end: the collector on a free loopback port, the headless host pointed
@@ -329,7 +585,10 @@ private slots:
     }
 
 private:
-    QString Image(const QString& name) const { return m_images + QLatin1Char('/') + name; }
+    QString Image(const QString& name) const
+    {
+        return m_images + QLatin1Char('/') + name;
+    }
 
     QString m_images;
 };

@@ -5,7 +5,7 @@
 #include "OVImageFileFixtures.h"
 #include "OVImageFileManager.h"
 #include "OVTestSupport.h"
-#include "private/OVImageFileManager_p.h"
+#include "private/OVReadersPool_p.h"
 
 #include <QSemaphore>
 #include <QThread>
@@ -45,7 +45,7 @@ QSemaphore s_poolWaits;
 // started once it holds the reader, with the calls so far taken out of the log.
 std::thread HoldUntilWaitedFor(OVTest::CallLog& calls, const QString& format)
 {
-    OVImageFileManagerPrivate::drainWaits = [] { s_poolWaits.release(); };
+    OVReadersPool::drainWaits = [] { s_poolWaits.release(); };
     static QSemaphore borrowed; // outlives the worker's release()
     std::thread worker([&calls, format] {
         OVImageFileReader* reader = Manager()->AcquireReader(format);
@@ -87,7 +87,7 @@ private slots:
 
     void cleanup()
     {
-        OVImageFileManagerPrivate::drainWaits = nullptr;
+        OVReadersPool::drainWaits = nullptr;
         OVImageFileManager::ReleaseReadersPool();
         OVImageFileManager::ReleaseInstance();
         m_plugins.clear();

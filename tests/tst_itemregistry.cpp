@@ -56,6 +56,14 @@ OVBrushPlugin* Lookup(const QString& id)
     return Manager::GetInstance()->GetPlugin(id);
 }
 
+// The one build-log line a refused registration wrote, with its place and words.
+void CheckRefusal(const OVTest::LogCapture& capture, const char* file, const char* text, int line)
+{
+    const QStringList lines = capture.Matching(QStringLiteral("Build date="));
+    QCOMPARE(lines.size(), 1);
+    QVERIFY2(OVTest::BuildLogLine(file, text, line).match(lines[0]).hasMatch(), qPrintable(lines[0]));
+}
+
 } // namespace
 
 class TestItemRegistry : public QObject
@@ -72,19 +80,9 @@ private slots:
         QVERIFY(OVAdjustmentManager::GetInstance()->Register(&first));
         QVERIFY(!OVAdjustmentManager::GetInstance()->Register(&second));
         QCOMPARE(OVAdjustmentManager::GetInstance()->GetAdjustment(QStringLiteral("X")), &first);
-        const QStringList lines = capture.Matching(QStringLiteral("Build date="));
-        QCOMPARE(lines.size(), 1);
-        QCOMPARE(lines.filter(OVTest::BuildLogLine("src\\OVAdjustmentManager.cpp",
-                                                   "id:X already registered.Tool is not registered.", 117)),
-                 lines);
+        CheckRefusal(capture, "src\\OVAdjustmentManager.cpp",
+                     "id:X already registered.Tool is not registered.", 117);
         OVAdjustmentManager::ReleaseInstance();
-    }
-
-    void concurrency_data()
-    {
-        QTest::addColumn<bool>("clashing");
-        QTest::newRow("clashing") << true;
-        QTest::newRow("distinct") << false;
     }
 
     void mainBrush()
@@ -137,11 +135,8 @@ private slots:
         QCOMPARE(manager->GetID(b1.get()), QStringLiteral("B"));
         QVERIFY(manager->GetID(&x2).isNull());
         QCOMPARE(manager->GetRegistered(), (QStringList{"X", "B"}));
-        const QStringList lines = capture.Matching(QStringLiteral("Build date="));
-        QCOMPARE(lines.size(), 1);
-        QCOMPARE(lines.filter(OVTest::BuildLogLine("src\\OVBrushToolManager.cpp",
-                                                   "id:X already registered.Tool will not register.", 116)),
-                 lines);
+        CheckRefusal(capture, "src\\OVBrushToolManager.cpp",
+                     "id:X already registered.Tool will not register.", 116);
 
         // Unregistering keeps the order of the rest and frees the identifier.
         QVERIFY(!manager->Unregister(QStringLiteral("Y")));
@@ -189,6 +184,12 @@ private slots:
     // Several threads register at once, each its own objects; with clashing identifiers every
     // thread's objects report the same identifiers. Receivers on the registering thread and on
     // the GUI thread each see one Registred per success.
+    void concurrency_data()
+    {
+        QTest::addColumn<bool>("clashing");
+        QTest::newRow("clashing") << true;
+        QTest::newRow("distinct") << false;
+    }
     void concurrency()
     {
         QFETCH(bool, clashing);

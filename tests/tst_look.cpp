@@ -1,11 +1,14 @@
 // The look: themes from real resources and folders, the colours with their
 // signals, texture patterns from real images, and gradient stops bound to the
-// colours, converted and streamed.
+// colours, converted and streamed; and when file bookmarks begin and end access to
+// their paths, seen through the store.
 
 #include "OVApplication.h"
+#include "OVFileBookmark.h"
 #include "OVGradientStop.h"
 #include "OVProfileFixtures.h"
 #include "OVTestSupport.h"
+#include "private/OVFileBookmark_p.h"
 
 #include <QDataStream>
 #include <QDir>
@@ -33,6 +36,20 @@ QColor Stored(OVGradientStop stop)
 QVariantList Fields(const OVGradientStop& stop)
 {
     return {stop.GetPosition(), Stored(stop), stop.IsBackground(), stop.IsForeground(), stop.IsUserColor()};
+}
+
+QStringList s_bookmarkCalls;
+// Accesses begun and not yet ended, per path; below zero when an access ends that never began.
+QMap<QString, int> s_open;
+
+void RecordBookmark(FileBookmarkStore::Operation operation, const QString& path)
+{
+    s_bookmarkCalls << QStringLiteral("%1 %2").arg(QStringList({"begin", "end", "add"}).at(operation), path);
+    s_open[path] += operation == FileBookmarkStore::BeginAccess ? 1
+                    : operation == FileBookmarkStore::EndAccess ? -1
+                                                                : 0;
+    if (s_open[path] < 0)
+        qFatal("Access to %s ended more often than it began", qPrintable(path));
 }
 
 } // namespace
@@ -204,6 +221,31 @@ private slots:
         in >> read;
         QCOMPARE(in.status(), QDataStream::Ok);
         QCOMPARE(Fields(read), QVariantList({0.25, QColor(), true, false, true}));
+    }
+
+    void bookmarkStoreCalls()
+    {
+        FileBookmarkStore::SetObserver(&RecordBookmark);
+        {
+            const OVFileBookmark empty;
+            OVFileBookmark a(QStringLiteral("/a"));
+            a.Acquire(QStringLiteral("/a"));
+            OVFileBookmark copy(a);
+            a.Acquire(QStringLiteral("/b"));
+            a.Release();
+            a.Release();
+            OVFileBookmark& same = copy;
+            copy = same;
+            copy = empty;
+            copy.Release();
+            a.Acquire(QStringLiteral("/b"));
+            OVFileBookmark::AddBookmark(QStringLiteral("/x"));
+        }
+        FileBookmarkStore::SetObserver(nullptr);
+        QCOMPARE(s_bookmarkCalls, QStringList({"begin /a", "begin /a", "end /a", "begin /b", "end /b",
+                                               "end /a", "begin /b", "add /x", "end /b"}));
+        // Every access that began has ended.
+        QVERIFY(std::all_of(s_open.cbegin(), s_open.cend(), [](int open) { return open == 0; }));
     }
 };
 

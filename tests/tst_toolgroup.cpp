@@ -68,10 +68,9 @@ private slots:
         QTest::addColumn<QStringList>("emitted");
         QTest::addColumn<QString>("state");
         const char* const checkedS = "explicit=- implicit=- checked=S implied=S";
-        Row("check", "", "S.SetChecked(true)", "S.Implicit(true) S.Toggled(true)", checkedS);
         Row("uncheck", "S.SetChecked(true)", "S.SetChecked(false)", "S.Implicit(false) S.Toggled(false)",
             "explicit=- implicit=- checked= implied=");
-        // Refused changes emit nothing; only the check after AllowChange() is heard.
+        // Refused changes emit nothing; only the check after AllowChange() is heard (a plain check).
         Row("not allowed", "S.AllowChange(false)",
             "S.SetChecked(true) S.SetImplicitChecked(true) S.Toggle() S.ImplicitToggle() S.AllowChange() "
             "S.SetChecked(true)",

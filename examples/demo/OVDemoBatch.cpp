@@ -47,7 +47,24 @@ void OVDemoBatch::WaitForAll()
     loop.exec();
 }
 
-OVDemoImage OVDemoBatch::Open(const QString& path, const QList<OVDemoAdjustment>& steps)
+namespace {
+
+QString TooLarge(const QSize& size, qint64 maxPixels)
+{
+    return OVDemoHost::tr("The image is %1x%2 pixels, above the limit of %3 megapixels (--max-megapixels).")
+        .arg(size.width())
+        .arg(size.height())
+        .arg(double(maxPixels) / 1e6);
+}
+
+bool Above(const QSize& size, qint64 maxPixels)
+{
+    return qint64(size.width()) * size.height() > maxPixels;
+}
+
+} // namespace
+
+OVDemoImage OVDemoBatch::Open(const QString& path, const QList<OVDemoAdjustment>& steps, qint64 maxPixels)
 {
     QElapsedTimer timer;
     timer.start();
@@ -63,10 +80,18 @@ OVDemoImage OVDemoBatch::Open(const QString& path, const QList<OVDemoAdjustment>
         result.error = OVDemoHost::tr("No reader for the format \"%1\".").arg(result.format);
     } else {
         result.readerUID = reader->GetUID();
-        if (!reader->Read(path, result.image)) {
+        // A file's header may claim any size; decoding it would allocate that much. A reader
+        // that cannot tell the size without decoding is checked on the decoded image instead.
+        const QSize stated = reader->ReadSize(path);
+        if (Above(stated, maxPixels)) {
+            result.error = TooLarge(stated, maxPixels);
+        } else if (!reader->Read(path, result.image)) {
             result.error = reader->GetErrorString();
             if (result.error.isEmpty())
                 result.error = OVDemoHost::tr("The file could not be read.");
+            result.image = QImage();
+        } else if (Above(result.image.size(), maxPixels)) {
+            result.error = TooLarge(result.image.size(), maxPixels);
             result.image = QImage();
         }
     }
@@ -74,6 +99,7 @@ OVDemoImage OVDemoBatch::Open(const QString& path, const QList<OVDemoAdjustment>
         files->ReleaseAcquiredReader(reader);
     if (!result.image.isNull() && !steps.isEmpty())
         result.image = OVDemoHost::Apply(result.image, steps);
+    result.size = result.image.size();
     result.ms = timer.elapsed();
     return result;
 }

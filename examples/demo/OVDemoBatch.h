@@ -8,16 +8,19 @@
 #include <QString>
 #include <QThreadPool>
 
-// What opening one file gave: the image (null on failure), the format its reader was chosen
-// by, the reader's UID, the error text and the milliseconds reading and adjusting took.
+// What opening one file gave: the image (null on failure) and its pixel size, the format its
+// reader was chosen by, the reader's UID, the error text, the milliseconds it took and, in a
+// batch that writes, the file written.
 struct OVDemoImage
 {
     QString path;
     QString format;
     QString readerUID;
     QImage image;
+    QSize size;
     QString error;
     qint64 ms = 0;
+    QString written;
 };
 
 // Opens files on worker threads, each with a reader borrowed from the image file registry's
@@ -38,8 +41,13 @@ public:
     // Runs the caller's event loop until every file added so far is reported.
     void WaitForAll();
 
-    // Reads one file with a pooled reader on the calling thread.
-    static OVDemoImage Open(const QString& path, const QList<OVDemoAdjustment>& steps);
+    // The largest image opened by default: 100 megapixels, 400 MB decoded.
+    static constexpr qint64 kDefaultMaxPixels = 100 * 1000 * 1000;
+
+    // Reads one file with a pooled reader on the calling thread. An image of more than maxPixels
+    // pixels is refused by the size its file states, before it is decoded.
+    static OVDemoImage Open(const QString& path, const QList<OVDemoAdjustment>& steps,
+                            qint64 maxPixels = kDefaultMaxPixels);
 
 signals:
     void Opened(const OVDemoImage& result);

@@ -4,6 +4,7 @@
 #include "OVCMSManager.h"
 
 #include <QActionGroup>
+#include <QColorSpace>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -60,6 +61,28 @@ void AddMenu(QMenu* view)
         menu->addAction(
                 QCoreApplication::translate("OVDemoColour", "No RGB profiles in %1").arg(SystemFolder()))
             ->setEnabled(false);
+}
+
+QImage ToWorkingSpace(const QImage& image, QString* error)
+{
+    OVCMSManager* profiles = OVCMSManager::GetInstance();
+    const int index = profiles ? profiles->GetWorkingRGBIndex() : -1;
+    if (index < 0 || index >= profiles->GetRGBProfileCount())
+        return image;
+    const OVCMSProfile profile = profiles->GetRGBProfile(index);
+    const QColorSpace working = QColorSpace::fromIccProfile(profile.GetData());
+    if (!working.isValid()) {
+        if (error)
+            *error =
+                QCoreApplication::translate("OVDemoColour", "The working profile %1 cannot convert images.")
+                    .arg(QFileInfo(profile.GetFilePath()).fileName());
+        return QImage();
+    }
+    QImage result = image;
+    if (!result.colorSpace().isValid())
+        result.setColorSpace(QColorSpace::SRgb);
+    result.convertToColorSpace(working);
+    return result;
 }
 
 } // namespace OVDemoColour

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QString>
 
 class QMenu;
@@ -14,5 +15,9 @@ QString SystemFolder();
 // Creates the profile list on the system folder and restores the stored working profile.
 void InitInstance();
 void AddMenu(QMenu* view);
+// The image converted into the working profile and tagged with it (an image without a colour
+// space counts as sRGB); the image as it is when no profile is chosen; a null image and the
+// reason when the profile cannot be used.
+QImage ToWorkingSpace(const QImage& image, QString* error);
 
 } // namespace OVDemoColour

@@ -1,17 +1,24 @@
 #include "OVDemoHeadless.h"
 
-#include "OVDemoBatch.h"
+#include "OVDemoPipeline.h"
 #include "OVDemoStatistics.h"
 
 #include "OVEndpointMessanger.h"
 #include "OVImageFileManager.h"
 
 #include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QHash>
 #include <QSet>
 #include <QTextStream>
+#include <QThread>
+#include <QTimer>
 
+#include <atomic>
+#include <csignal>
 #include <cstdio>
 #ifdef Q_OS_WIN
 #include <io.h>
@@ -30,17 +37,131 @@ bool IsTerminal(FILE* stream)
 #endif
 }
 
-// The output file of one input: its base name with the output format's suffix, made unique
-// within the batch by the input's own suffix.
-QString OutputPath(const OVDemoHeadlessOptions& options, const QString& input, QSet<QString>& taken)
+// The first SIGINT or SIGTERM only notes that the batch is to stop; the event loop looks at the
+// note. A second one ends the process at once: the results in flight are discarded, their
+// QSaveFile never committed.
+std::atomic<int> s_stopSignal{0};
+
+extern "C" void OnStopSignal(int signal)
 {
-    const QFileInfo info(input);
-    QString name = info.completeBaseName() + QLatin1Char('.') + options.format;
-    if (taken.contains(name))
-        name = info.completeBaseName() + QLatin1Char('-') + info.suffix() + QLatin1Char('.') + options.format;
-    taken.insert(name);
-    return QDir(options.outputFolder).filePath(name);
+    s_stopSignal.store(signal);
+    std::signal(signal, SIG_DFL);
 }
+
+class StopSignals
+{
+public:
+    StopSignals()
+        : m_interrupt(std::signal(SIGINT, &OnStopSignal))
+        , m_terminate(std::signal(SIGTERM, &OnStopSignal))
+    {}
+    ~StopSignals()
+    {
+        std::signal(SIGINT, m_interrupt);
+        std::signal(SIGTERM, m_terminate);
+    }
+    int Caught() const { return s_stopSignal.load(); }
+
+private:
+    void (*m_interrupt)(int);
+    void (*m_terminate)(int);
+};
+
+// The result of one input: its base name with the output format's suffix, in the output folder
+// or, for a file found in a folder's subfolder, in the same subfolder of the output folder;
+// made unique within the batch by the input's own suffix, then by a number.
+QString OutputPath(const OVDemoHeadlessOptions& options, const QString& subfolder, const QFileInfo& input,
+                   QSet<QString>& taken)
+{
+    const QDir folder(QDir::cleanPath(QDir(options.outputFolder).filePath(subfolder)));
+    const QString base = input.completeBaseName();
+    QString path = folder.filePath(base + QLatin1Char('.') + options.format);
+    for (int n = 1; taken.contains(path); ++n) {
+        const QString tail = n == 1 ? QString() : QStringLiteral("-%1").arg(n);
+        path = folder.filePath(base + QLatin1Char('-') + input.suffix() + tail + QLatin1Char('.') +
+                               options.format);
+    }
+    taken.insert(path);
+    return path;
+}
+
+// The files of the inputs, each once: a file as it is named, a folder's files of the readable
+// formats in name order (its subfolders' too when recursive), each with its output file.
+QList<OVDemoJob> Collect(const OVDemoHeadlessOptions& options, const QStringList& readable)
+{
+    QList<OVDemoJob> jobs;
+    QSet<QString> seen;
+    QSet<QString> taken;
+    const auto add = [&](const QString& path, const QString& subfolder) {
+        const QFileInfo info(path);
+        if (seen.contains(info.absoluteFilePath()))
+            return;
+        seen.insert(info.absoluteFilePath());
+        jobs << OVDemoJob{path, options.outputFolder.isEmpty() ? QString()
+                                                               : OutputPath(options, subfolder, info, taken)};
+    };
+    for (const QString& input : options.inputs) {
+        if (!QFileInfo(input).isDir()) {
+            add(input, QString());
+            continue;
+        }
+        QStringList found;
+        QDirIterator files(input, QDir::Files,
+                           options.recursive ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags);
+        while (files.hasNext()) {
+            const QString file = files.next();
+            if (readable.contains(QFileInfo(file).suffix().toLower()))
+                found << file;
+        }
+        found.sort();
+        const QDir folder(input);
+        for (const QString& file : found)
+            add(file, QFileInfo(folder.relativeFilePath(file)).path());
+    }
+    return jobs;
+}
+
+// "[12/30] 2.5 files/s, 31 MP/s, about 7 s left  name.jpg" on one line of a terminal.
+class Progress
+{
+public:
+    Progress(int total, bool shown)
+        : m_total(total)
+        , m_shown(shown)
+        , m_err(stderr)
+    {
+        m_timer.start();
+    }
+
+    void Clear()
+    {
+        if (m_shown)
+            m_err << "\r\033[K" << Qt::flush;
+    }
+
+    void Show(const OVDemoImage& result)
+    {
+        ++m_done;
+        m_pixels += qint64(result.size.width()) * result.size.height();
+        if (!m_shown)
+            return;
+        const double seconds = qMax(0.001, m_timer.elapsed() / 1000.0);
+        m_err << '[' << m_done << '/' << m_total << "] "
+              << OVDemoHost::tr("%1 files/s, %2 MP/s, about %3 s left")
+                     .arg(m_done / seconds, 0, 'f', 1)
+                     .arg(m_pixels / 1e6 / seconds, 0, 'f', 0)
+                     .arg(qRound((m_total - m_done) * seconds / m_done))
+              << "  " << QFileInfo(result.path).fileName() << Qt::flush;
+    }
+
+private:
+    const int m_total;
+    const bool m_shown;
+    QTextStream m_err;
+    QElapsedTimer m_timer;
+    int m_done = 0;
+    qint64 m_pixels = 0;
+};
 
 } // namespace
 
@@ -48,69 +169,88 @@ int OVDemoRunHeadless(OVDemoHost& host, const OVDemoHeadlessOptions& options)
 {
     QTextStream out(stdout);
     QTextStream err(stderr);
-    const bool terminal = IsTerminal(stderr);
 
     out << host.PluginSummary() << '\n';
     for (const QString& failed : host.FailedPlugins())
         out << "  " << OVDemoHost::tr("failed: %1").arg(failed) << '\n';
     out.flush();
 
+    OVImageFileManager* files = OVImageFileManager::GetInstance();
+    const QList<OVDemoJob> jobs = Collect(options, files ? files->GetSupportedReadFormats() : QStringList());
     if (!options.outputFolder.isEmpty() && !QDir().mkpath(options.outputFolder)) {
         err << OVDemoHost::tr("Cannot create the output folder %1.").arg(options.outputFolder) << '\n';
         return 1;
     }
+    QHash<QString, OVDemoJob> byInput;
+    QStringList inputs;
+    for (const OVDemoJob& job : jobs) {
+        byInput.insert(job.input, job);
+        inputs << job.input;
+        if (!job.output.isEmpty())
+            QDir().mkpath(QFileInfo(job.output).path());
+    }
 
-    OVDemoBatch batch;
-    batch.SetSteps(options.steps);
-    QSet<QString> taken;
+    // Files are offered through the open hook, as a host's own open commands do; the hook runs
+    // here, before any worker starts.
+    QList<OVDemoJob> offered;
+    const QMetaObject::Connection hook = QObject::connect(
+        &host, &OVDemoHost::OpenRequested, [&](const QString& path) { offered << byInput.value(path); });
+    if (files)
+        files->Open(inputs);
+    QObject::disconnect(hook);
+
+    OVDemoPipeline::Settings settings;
+    settings.steps = options.steps;
+    settings.format = options.outputFolder.isEmpty() ? QString() : options.format;
+    settings.quality = options.quality;
+    settings.maxPixels = options.maxPixels;
+    settings.workers = options.jobs > 0 ? options.jobs : QThread::idealThreadCount();
+    OVDemoPipeline pipeline(settings);
+    Progress progress(offered.size(), IsTerminal(stderr));
     int done = 0;
     int failures = 0;
-    QObject::connect(&batch, &OVDemoBatch::Opened, &batch, [&](const OVDemoImage& result) {
+    QObject::connect(&pipeline, &OVDemoPipeline::Finished, [&](const OVDemoImage& result) {
         ++done;
-        QString error = result.error;
-        QString written;
-        if (error.isEmpty()) {
+        if (!result.size.isEmpty()) {
             OVDemoStatistics::Send(OVDemoStatistics::Open, {{QStringLiteral("format"), result.format}});
             for (const OVDemoAdjustment& step : options.steps)
                 OVDemoStatistics::Send(OVDemoStatistics::Adjust, {{QStringLiteral("adjustment"), step.uid}});
         }
-        if (error.isEmpty() && !options.outputFolder.isEmpty()) {
-            written = OutputPath(options, result.path, taken);
-            QString writeError;
-            if (!host.Write(result.image, written, &writeError))
-                error = OVDemoHost::tr("cannot write %1: %2").arg(written, writeError);
-            else
-                OVDemoStatistics::Send(OVDemoStatistics::Export,
-                                       {{QStringLiteral("format"), options.format}});
-        }
-        if (terminal)
-            err << "\r\033[K";
-        if (error.isEmpty()) {
-            out << "OK\t" << result.path << '\t' << result.image.width() << 'x' << result.image.height()
-                << '\t' << result.format << '\t' << result.readerUID << '\t' << result.ms << " ms";
-            if (!written.isEmpty())
-                out << "\t-> " << written;
+        if (!result.written.isEmpty())
+            OVDemoStatistics::Send(OVDemoStatistics::Export, {{QStringLiteral("format"), options.format}});
+        progress.Clear();
+        if (result.error.isEmpty()) {
+            out << "OK\t" << result.path << '\t' << result.size.width() << 'x' << result.size.height() << '\t'
+                << result.format << '\t' << result.readerUID << '\t' << result.ms << " ms";
+            if (!result.written.isEmpty())
+                out << "\t-> " << result.written;
             out << '\n';
         } else {
             ++failures;
-            out << "FAILED\t" << result.path << '\t' << error << '\n';
-            err << OVDemoHost::tr("%1: %2").arg(result.path, error) << '\n';
+            out << "FAILED\t" << result.path << '\t' << result.error << '\n';
+            err << OVDemoHost::tr("%1: %2").arg(result.path, result.error) << '\n';
         }
         out.flush();
-        if (terminal) {
-            err << '[' << done << '/' << options.files.size() << "] " << QFileInfo(result.path).fileName();
-            err.flush();
-        }
+        err.flush();
+        progress.Show(result);
     });
 
-    // Files are offered through the open hook, as a host's own open commands do.
-    QObject::connect(&host, &OVDemoHost::OpenRequested, &batch, &OVDemoBatch::Add);
-    if (OVImageFileManager* files = OVImageFileManager::GetInstance())
-        files->Open(options.files);
-    batch.WaitForAll();
-    if (terminal)
-        err << "\r\033[K";
-    err.flush();
+    const StopSignals stopSignals;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+        if (!stopSignals.Caught())
+            return;
+        watch.stop();
+        pipeline.Stop();
+        progress.Clear();
+        err << OVDemoHost::tr("Stopping once the files in flight are written; stop again to discard them.")
+            << Qt::endl;
+    });
+    watch.start(100);
+    pipeline.Start(offered);
+    pipeline.Wait();
+    watch.stop();
+    progress.Clear();
 
     if (!options.feedback.isEmpty()) {
         OVEndpointMessanger messenger;
@@ -123,11 +263,22 @@ int OVDemoRunHeadless(OVDemoHost& host, const OVDemoHeadlessOptions& options)
         loop.exec();
     }
 
+    if (stopSignals.Caught()) {
+        const QString stopped = OVDemoHost::tr("Stopped by signal %1: %2 of %3 files not started.")
+                                    .arg(stopSignals.Caught())
+                                    .arg(offered.size() - done)
+                                    .arg(offered.size());
+        out << stopped << '\n';
+        err << stopped << '\n';
+    }
     out << OVDemoHost::tr("%1 of %2 files done, %3 failed")
                .arg(done - failures)
-               .arg(options.files.size())
+               .arg(offered.size())
                .arg(failures)
         << '\n';
+    out.flush();
+    if (stopSignals.Caught())
+        return 128 + stopSignals.Caught();
     if (failures > 0) {
         err << OVDemoHost::tr("%n file(s) could not be read or written.", nullptr, failures) << '\n';
         return 1;

@@ -23,6 +23,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QMenu>
+#include <QRegularExpression>
 
 namespace {
 
@@ -94,7 +95,7 @@ OVDemoHost::~OVDemoHost()
     Stop();
 }
 
-void OVDemoHost::Start()
+void OVDemoHost::Start(const QStringList& extraPlugins)
 {
     if (m_started)
         return;
@@ -118,6 +119,9 @@ void OVDemoHost::Start()
         emit Status(tr("%1 did not load: %2").arg(QFileInfo(file).completeBaseName(), error));
     });
     OVApplication::LoadPlugins();
+    // A plug-in under development, tried without copying it into the installation.
+    if (!extraPlugins.isEmpty())
+        OVApplication::LoadPlugins(extraPlugins);
 
     OVImageFileManager::InitReadersPool();
     OVImageFileManager* files = OVImageFileManager::GetInstance();
@@ -179,31 +183,89 @@ QString OVDemoHost::PluginSummary() const
 
 bool OVDemoHost::ParseAdjustment(const QString& text, OVDemoAdjustment* adjustment, QString* error)
 {
-    const QString name = text.section(QLatin1Char('='), 0, 0).trimmed();
-    const bool hasValue = text.contains(QLatin1Char('='));
-    bool numeric = false;
-    const int value = text.section(QLatin1Char('='), 1).trimmed().toInt(&numeric);
-    if (hasValue && !numeric) {
-        *error = tr("The value of \"%1\" is not a whole number.").arg(name);
-        return false;
-    }
-    OVAdjustmentManager* registry = OVAdjustmentManager::GetInstance();
-    const QStringList ids = registry ? registry->GetRegistered() : QStringList();
-    for (const QString& id : ids) {
-        const OVAdjustment* candidate = registry->GetAdjustment(id);
-        if (!candidate)
-            continue;
-        const QStringList parameters = candidate->property("parameters").toStringList();
-        if (hasValue ? parameters.contains(name) : candidate->objectName() == name) {
-            adjustment->uid = id;
-            adjustment->parameters.clear();
-            if (hasValue)
-                adjustment->parameters.insert(name, value);
-            return true;
+    // "name", "name:key=value,...", or "key=value,..."
+    const int colon = text.indexOf(QLatin1Char(':'));
+    const bool bare = colon < 0 && !text.contains(QLatin1Char('='));
+    const QString named = colon >= 0 ? text.left(colon).trimmed() : bare ? text.trimmed() : QString();
+    QVariantMap values;
+    for (const QString& setting : (bare ? QString() : text.mid(colon + 1)).split(QLatin1Char(','))) {
+        const QString key = setting.section(QLatin1Char('='), 0, 0).trimmed();
+        bool numeric = false;
+        values.insert(key, setting.section(QLatin1Char('='), 1).trimmed().toInt(&numeric));
+        if (!numeric && !key.isEmpty()) {
+            *error = tr("The value of \"%1\" is not a whole number.").arg(key);
+            return false;
         }
     }
-    *error = tr("No adjustment takes \"%1\".").arg(name);
-    return false;
+    values.remove(QString());
+
+    // Names match without case, spaces or punctuation: "greyscale" is "Grey-scale".
+    const auto simple = [](const QString& name) {
+        return name.toLower().remove(QRegularExpression(QStringLiteral("[\\W_]")));
+    };
+    const auto declares = [](const OVAdjustment* candidate, const QString& key) {
+        for (const OVAdjustmentParameter& parameter : candidate->GetParameters())
+            if (parameter.name == key)
+                return true;
+        return false;
+    };
+    const OVAdjustment* found = nullptr;
+    OVAdjustmentManager* registry = OVAdjustmentManager::GetInstance();
+    for (const QString& id : registry ? registry->GetRegistered() : QStringList()) {
+        const OVAdjustment* candidate = registry->GetAdjustment(id);
+        if (candidate && (named.isEmpty() ? !values.isEmpty() && declares(candidate, values.firstKey())
+                                          : id == named || simple(candidate->GetName()) == simple(named))) {
+            found = candidate;
+            break;
+        }
+    }
+    if (!found) {
+        *error = (named.isEmpty()
+                      ? tr("No adjustment takes \"%1\".").arg(values.isEmpty() ? text : values.firstKey())
+                      : tr("No adjustment is named \"%1\".").arg(named)) +
+                 QLatin1Char('\n') + DescribeAdjustments();
+        return false;
+    }
+
+    adjustment->uid = found->GetUID();
+    adjustment->parameters.clear();
+    for (const OVAdjustmentParameter& parameter : found->GetParameters()) {
+        const int value =
+            values.contains(parameter.name) ? values.take(parameter.name).toInt() : parameter.defaultValue;
+        if (value < parameter.minimum || value > parameter.maximum) {
+            *error = tr("\"%1\" takes %2 to %3.")
+                         .arg(parameter.name)
+                         .arg(parameter.minimum)
+                         .arg(parameter.maximum);
+            return false;
+        }
+        adjustment->parameters.insert(parameter.name, value);
+    }
+    if (!values.isEmpty()) {
+        *error = tr("%1 takes no \"%2\".").arg(found->GetName(), values.firstKey()) + QLatin1Char('\n') +
+                 DescribeAdjustments();
+        return false;
+    }
+    return true;
+}
+
+QString OVDemoHost::DescribeAdjustments()
+{
+    QStringList lines{tr("Adjustments (--adjust NAME, NAME:PARAMETER=VALUE,... or PARAMETER=VALUE,...):")};
+    OVAdjustmentManager* registry = OVAdjustmentManager::GetInstance();
+    for (const QString& id : registry ? registry->GetRegistered() : QStringList()) {
+        const OVAdjustment* adjustment = registry->GetAdjustment(id);
+        if (!adjustment)
+            continue;
+        lines << QStringLiteral("  %1  %2").arg(adjustment->GetName(), id);
+        for (const OVAdjustmentParameter& parameter : adjustment->GetParameters())
+            lines << QStringLiteral("      ") + tr("%1: %2 to %3, default %4")
+                                                    .arg(parameter.name)
+                                                    .arg(parameter.minimum)
+                                                    .arg(parameter.maximum)
+                                                    .arg(parameter.defaultValue);
+    }
+    return lines.join(QLatin1Char('\n'));
 }
 
 QImage OVDemoHost::Apply(const QImage& image, const QList<OVDemoAdjustment>& steps)

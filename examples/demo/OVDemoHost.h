@@ -33,8 +33,9 @@ public:
     ~OVDemoHost() override;
 
     // Everything after the application object and before the user interface: the registries,
-    // the host's menus, the plug-ins, the readers pool, the hooks, the language and the theme.
-    void Start();
+    // the host's menus, the plug-ins (the installation's, then extraPlugins), the readers pool,
+    // the hooks, the language and the theme.
+    void Start(const QStringList& extraPlugins = QStringList());
     // The last step of start-up, once the user interface is built.
     void UIReady();
     // Shutdown: the readers pool, the plug-ins, the registries. The application object goes last,
@@ -47,8 +48,13 @@ public:
     QStringList FailedPlugins() const;
     QString PluginSummary() const;
 
-    // "brightness=20" names a parameter of an adjustment, "greyscale" an adjustment itself.
+    // One step from the command line: "greyscale" (an adjustment's name or UID, with its
+    // defaults), "brightness=20,contrast=10" (parameters of the adjustment that declares the
+    // first) or "Brightness/Contrast:contrast=10". Names are compared without case and without
+    // the characters between words. Parameters not given take their declared defaults.
     static bool ParseAdjustment(const QString& text, OVDemoAdjustment* adjustment, QString* error);
+    // The registered adjustments with their UIDs and declared parameters, for the user.
+    static QString DescribeAdjustments();
     // Applies the steps in order; safe from worker threads.
     static QImage Apply(const QImage& image, const QList<OVDemoAdjustment>& steps);
 

@@ -1,10 +1,14 @@
 #include "OVDemoWindow.h"
 
+#include "OVDemoAdjustDialog.h"
+#include "OVDemoCanvas.h"
 #include "OVDemoColour.h"
 #include "OVDemoLists.h"
 #include "OVDemoLook.h"
 #include "OVDemoStatistics.h"
+#include "OVSampleCanvas.h"
 
+#include "OVActivateAction.h"
 #include "OVAdjustment.h"
 #include "OVAdjustmentManager.h"
 #include "OVApplication.h"
@@ -13,16 +17,17 @@
 #include "OVMenuManager.h"
 #include "OVRecentManager.h"
 #include "OVToolBarManager.h"
+#include "OVToolGroupManager.h"
 #include "OVToolWidgetManager.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QInputDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -31,13 +36,15 @@
 #include <QPainter>
 #include <QProgressDialog>
 #include <QScreen>
-#include <QScrollArea>
 #include <QSplashScreen>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTimer>
 #include <QToolBar>
+#include <QUndoGroup>
+#include <QUndoStack>
 #include <QWindow>
+#include <QtConcurrent>
 
 #include <cmath>
 
@@ -50,7 +57,12 @@ enum HostEntry
     FileOpenRecent = 20,
     FileFavourite = 25,
     FileExport = 30,
+    FileClose = 900,
     FileQuit = 1000,
+    EditUndo = 10,
+    EditRedo = 20,
+    ViewFit = 10,
+    ViewActualSize = 20,
     ImageAdjustments = 10,
     HelpStatistics = 20,
     HelpFeedback = 30,
@@ -71,6 +83,26 @@ QPixmap SplashPixmap()
     return pixmap;
 }
 
+// One change of an image: the image before and after it.
+class ImageCommand : public QUndoCommand
+{
+public:
+    ImageCommand(OVDemoCanvas* canvas, const QImage& before, const QImage& after, const QString& text)
+        : QUndoCommand(text)
+        , m_canvas(canvas)
+        , m_before(before)
+        , m_after(after)
+    {}
+
+    void undo() override { m_canvas->SetImage(m_before); }
+    void redo() override { m_canvas->SetImage(m_after); }
+
+private:
+    OVDemoCanvas* m_canvas;
+    QImage m_before;
+    QImage m_after;
+};
+
 } // namespace
 
 OVDemoWindow::OVDemoWindow(OVDemoHost& host, QWidget* parent)
@@ -88,6 +120,20 @@ OVDemoWindow::OVDemoWindow(OVDemoHost& host, QWidget* parent)
 
 OVDemoWindow::~OVDemoWindow()
 {
+    // An adjustment still running uses the plug-ins, which go after the window.
+    QThreadPool::globalInstance()->waitForDone();
+    // Tool contents may go with the window; what they announce then is not for it.
+    if (OVToolBarManager* bar = OVToolBarManager::GetInstance())
+        bar->disconnect(this);
+    // The canvases go now, while the documents that point at them are still here, and no tool
+    // keeps one.
+    if (m_tabs) {
+        m_tabs->disconnect(this);
+        m_documents.clear();
+        delete m_tabs;
+        m_tabs = nullptr;
+        ShowCanvasToTool();
+    }
     // The general content widgets belong to their managers, which delete them on release.
     for (QWidget* general : {OVToolBarManager::GeneralContent(), OVToolWidgetManager::GeneralContent()}) {
         if (general)
@@ -118,16 +164,23 @@ void OVDemoWindow::Build()
     m_tabs = new QTabWidget(this);
     m_tabs->setDocumentMode(true);
     m_tabs->setTabsClosable(true);
-    connect(m_tabs, &QTabWidget::tabCloseRequested, this, [this](int index) {
-        m_documents.removeAt(index);
-        delete m_tabs->widget(index);
+    connect(m_tabs, &QTabWidget::tabCloseRequested, this, &OVDemoWindow::CloseDocument);
+    m_undo = new QUndoGroup(this);
+    connect(m_tabs, &QTabWidget::currentChanged, this, [this] {
+        m_undo->setActiveStack(Current() ? Current()->undo : nullptr);
+        ShowCanvasToTool();
     });
+    // The tool in effect changed: its tool-bar content follows it.
+    connect(OVToolBarManager::GetInstance(), &OVToolBarManager::ContentChanged, this,
+            &OVDemoWindow::ShowCanvasToTool);
     setCentralWidget(m_tabs);
     m_status = new QLabel(this);
     statusBar()->addWidget(m_status, 1);
     connect(&m_host, &OVDemoHost::Status, m_status, &QLabel::setText);
 
     BuildFileMenu();
+    BuildEditMenu();
+    BuildViewMenu();
     BuildImageMenu();
     BuildHelpMenu();
     if (QMenu* view = m_host.Menu(OVMenuManager::View))
@@ -141,9 +194,9 @@ void OVDemoWindow::Build()
                 const QVariantMap data = action->data().toMap();
                 if (!data.contains(QStringLiteral("adjustment")))
                     return;
-                OVDemoAdjustment step{data.value(QStringLiteral("adjustment")).toString(), data};
-                step.parameters.remove(QStringLiteral("adjustment"));
-                ApplyToCurrent(step);
+                QVariantMap initial = data;
+                initial.remove(QStringLiteral("adjustment"));
+                AskAndApply(data.value(QStringLiteral("adjustment")).toString(), initial);
             });
         }
     }
@@ -175,10 +228,65 @@ void OVDemoWindow::BuildFileMenu()
     exportAction->setShortcut(QKeySequence(tr("Ctrl+E")));
     connect(exportAction, &QAction::triggered, this, &OVDemoWindow::Export);
 
+    QAction* close = OVMenuManager::CreateAction(OVMenuManager::File, FileClose);
+    close->setText(tr("&Close"));
+    close->setShortcut(QKeySequence::Close);
+    connect(close, &QAction::triggered, this, [this] {
+        if (Current())
+            CloseDocument(m_tabs->currentIndex());
+    });
+
     QAction* quit = OVMenuManager::CreateAction(OVMenuManager::File, FileQuit);
     quit->setText(tr("&Quit"));
     quit->setShortcut(QKeySequence::Quit);
     connect(quit, &QAction::triggered, this, &QWidget::close);
+}
+
+void OVDemoWindow::BuildEditMenu()
+{
+    const struct
+    {
+        int id;
+        QString text;
+        QKeySequence keys;
+        void (QUndoGroup::*run)();
+        void (QUndoGroup::*can)(bool);
+    } entries[] = {
+        {EditUndo, tr("&Undo"), QKeySequence(tr("Ctrl+Z")), &QUndoGroup::undo, &QUndoGroup::canUndoChanged},
+        {EditRedo, tr("&Redo"), QKeySequence(tr("Ctrl+Shift+Z")), &QUndoGroup::redo,
+         &QUndoGroup::canRedoChanged}};
+    for (const auto& entry : entries) {
+        QAction* action = OVMenuManager::CreateAction(OVMenuManager::Edit, entry.id);
+        if (!action)
+            continue;
+        action->setText(entry.text);
+        action->setShortcut(entry.keys);
+        action->setEnabled(false);
+        connect(action, &QAction::triggered, m_undo, entry.run);
+        connect(m_undo, entry.can, action, &QAction::setEnabled);
+    }
+}
+
+void OVDemoWindow::BuildViewMenu()
+{
+    QAction* fit = OVMenuManager::CreateAction(OVMenuManager::View, ViewFit);
+    if (fit) {
+        fit->setText(tr("&Fit to Window"));
+        fit->setShortcut(QKeySequence(tr("Ctrl+0")));
+        connect(fit, &QAction::triggered, this, [this] {
+            if (Current())
+                Current()->canvas->FitToWindow();
+        });
+    }
+    QAction* actual = OVMenuManager::CreateAction(OVMenuManager::View, ViewActualSize);
+    if (actual) {
+        actual->setText(tr("&Actual Size"));
+        actual->setShortcut(QKeySequence(tr("Ctrl+1")));
+        connect(actual, &QAction::triggered, this, [this] {
+            if (Current())
+                Current()->canvas->ActualSize();
+        });
+    }
 }
 
 void OVDemoWindow::BuildImageMenu()
@@ -273,15 +381,18 @@ void OVDemoWindow::OnOpened(const OVDemoImage& result)
         return;
     }
     OVDemoStatistics::Send(OVDemoStatistics::Open, {{QStringLiteral("format"), result.format}});
-    m_documents << Document{result.path, result.image};
+    OVDemoCanvas* canvas = new OVDemoCanvas(result.image);
+    QUndoStack* undo = new QUndoStack(canvas);
+    m_undo->addStack(undo);
+    m_documents << Document{result.path, canvas, undo};
     if (OVRecentManager* recent = OVRecentManager::GetInstance())
         recent->PushRecent(result.path);
-    QScrollArea* area = new QScrollArea;
-    area->setAlignment(Qt::AlignCenter);
-    area->setWidget(new QLabel);
-    const int index = m_tabs->addTab(area, QFileInfo(result.path).fileName());
+    connect(canvas, &OVDemoCanvas::ZoomChanged, this, [this, canvas] {
+        if (Current() && Current()->canvas == canvas)
+            ShowCanvasToTool();
+    });
+    const int index = m_tabs->addTab(canvas, QFileInfo(result.path).fileName());
     m_tabs->setTabToolTip(index, result.path);
-    ShowDocument(index);
     m_tabs->setCurrentIndex(index);
     m_status->setText(tr("%1: %2 x %3, read by %4 in %5 ms")
                           .arg(QFileInfo(result.path).fileName())
@@ -318,21 +429,37 @@ void OVDemoWindow::OnAllOpened()
     });
 }
 
-void OVDemoWindow::AskAndApply(const QString& uid)
+void OVDemoWindow::AskAndApply(const QString& uid, const QVariantMap& initial)
 {
-    OVAdjustmentManager* registry = OVAdjustmentManager::GetInstance();
-    const OVAdjustment* adjustment = registry ? registry->GetAdjustment(uid) : nullptr;
-    if (!adjustment || !Current())
+    Document* document = Current();
+    if (!document || m_busy || !OVAdjustmentManager::GetInstance() ||
+        !OVAdjustmentManager::GetInstance()->GetAdjustment(uid))
         return;
-    OVDemoAdjustment step{uid, {}};
-    for (const QString& parameter : adjustment->property("parameters").toStringList()) {
-        bool ok = false;
-        const int value = QInputDialog::getInt(this, adjustment->GetName(), parameter, 0, -100, 100, 1, &ok);
-        if (!ok)
+    OVDemoCanvas* canvas = document->canvas;
+    OVDemoAdjustment step;
+    {
+        OVDemoAdjustDialog dialog(uid, initial, canvas, this);
+        if (dialog.exec() != QDialog::Accepted)
             return;
-        step.parameters.insert(parameter, value);
+        step = dialog.Step();
     }
-    ApplyToCurrent(step);
+    // The whole image on a worker; the preview stays until the result replaces it.
+    m_busy = true;
+    canvas->SetPreview(
+        OVDemoHost::Apply(canvas->Image().scaled(canvas->viewport()->size(), Qt::KeepAspectRatio), {step}));
+    QFutureWatcher<QImage>* watcher = new QFutureWatcher<QImage>(this);
+    const QPointer<OVDemoCanvas> target(canvas);
+    const QString text = OVAdjustmentManager::GetInstance()->GetAdjustment(uid)->GetName();
+    connect(watcher, &QFutureWatcher<QImage>::finished, this, [this, watcher, target, step, text] {
+        watcher->deleteLater();
+        m_busy = false;
+        if (!target)
+            return;
+        target->SetPreview(QImage());
+        Change(target, watcher->result(), text);
+        OVDemoStatistics::Send(OVDemoStatistics::Adjust, {{QStringLiteral("adjustment"), step.uid}});
+    });
+    watcher->setFuture(QtConcurrent::run(&OVDemoHost::Apply, canvas->Image(), QList<OVDemoAdjustment>{step}));
 }
 
 void OVDemoWindow::ApplyToCurrent(const OVDemoAdjustment& step)
@@ -340,9 +467,20 @@ void OVDemoWindow::ApplyToCurrent(const OVDemoAdjustment& step)
     Document* document = Current();
     if (!document)
         return;
-    document->image = OVDemoHost::Apply(document->image, {step});
+    const OVAdjustment* adjustment = OVAdjustmentManager::GetInstance()
+                                         ? OVAdjustmentManager::GetInstance()->GetAdjustment(step.uid)
+                                         : nullptr;
+    Change(document->canvas, OVDemoHost::Apply(document->canvas->Image(), {step}),
+           adjustment ? adjustment->GetName() : step.uid);
     OVDemoStatistics::Send(OVDemoStatistics::Adjust, {{QStringLiteral("adjustment"), step.uid}});
-    ShowDocument(m_tabs->currentIndex());
+}
+
+void OVDemoWindow::Change(OVDemoCanvas* canvas, const QImage& after, const QString& text)
+{
+    for (const Document& document : qAsConst(m_documents)) {
+        if (document.canvas == canvas)
+            document.undo->push(new ImageCommand(canvas, canvas->Image(), after, text));
+    }
 }
 
 void OVDemoWindow::Export()
@@ -350,6 +488,8 @@ void OVDemoWindow::Export()
     const Document* document = Current();
     if (!document)
         return;
+    QUndoStack* undo = document->undo;
+    const QImage source = document->canvas->Image();
     QString selected;
     const QString suggested =
         QFileInfo(OVApplication::GetPathExport(), QFileInfo(document->path).completeBaseName()).filePath() +
@@ -360,9 +500,10 @@ void OVDemoWindow::Export()
     if (path.isEmpty() || !OVDemoLists::AskExportOptions(this, &options))
         return;
     OVApplication::SetPathExport(QFileInfo(path).absolutePath());
-    QImage image = OVDemoLists::Fit(document->image, options.resolution);
     QString error;
-    bool written = m_host.Write(image, path, &error);
+    // In the working colour profile, which the file carries.
+    QImage image = OVDemoColour::ToWorkingSpace(OVDemoLists::Fit(source, options.resolution), &error);
+    bool written = !image.isNull() && m_host.Write(image, path, &error);
     // Over the chosen size: smaller by the square root of the excess, a few times at most.
     for (int attempt = 0; written && options.maxBytes > 0 && attempt < 4; ++attempt) {
         const qint64 bytes = QFileInfo(path).size();
@@ -373,6 +514,7 @@ void OVDemoWindow::Export()
         written = m_host.Write(image, path, &error);
     }
     if (written) {
+        undo->setClean();
         m_status->setText(tr("Exported %1 (%2 x %3)").arg(path).arg(image.width()).arg(image.height()));
         if (OVRecentManager* recent = OVRecentManager::GetInstance())
             recent->PushRecent(path);
@@ -383,16 +525,42 @@ void OVDemoWindow::Export()
     }
 }
 
-void OVDemoWindow::ShowDocument(int index)
+bool OVDemoWindow::CloseDocument(int index)
 {
     if (index < 0 || index >= m_documents.size())
-        return;
-    QScrollArea* area = qobject_cast<QScrollArea*>(m_tabs->widget(index));
-    QLabel* label = area ? qobject_cast<QLabel*>(area->widget()) : nullptr;
-    if (!label)
-        return;
-    label->setPixmap(QPixmap::fromImage(m_documents.at(index).image));
-    label->adjustSize();
+        return false;
+    if (!m_documents.at(index).undo->isClean()) {
+        m_tabs->setCurrentIndex(index);
+        const QMessageBox::StandardButton answer =
+            QMessageBox::question(this, tr("Close"),
+                                  tr("%1 has changes that were not exported. Close it anyway?")
+                                      .arg(QFileInfo(m_documents.at(index).path).fileName()),
+                                  QMessageBox::Close | QMessageBox::Cancel, QMessageBox::Cancel);
+        if (answer != QMessageBox::Close)
+            return false;
+    }
+    QWidget* page = m_tabs->widget(index);
+    m_documents.removeAt(index);
+    delete page;
+    return true;
+}
+
+void OVDemoWindow::closeEvent(QCloseEvent* event)
+{
+    // Automated runs quit without asking.
+    while (!m_autoQuit && !m_documents.isEmpty()) {
+        if (!CloseDocument(m_documents.size() - 1)) {
+            event->ignore();
+            return;
+        }
+    }
+    QMainWindow::closeEvent(event);
+}
+
+void OVDemoWindow::ShowCanvasToTool()
+{
+    if (OVSampleCanvasTool* tool = qobject_cast<OVSampleCanvasTool*>(OVToolGroupManager::GetImplicitAction()))
+        tool->Show(Current() ? Current()->canvas : nullptr);
 }
 
 OVDemoWindow::Document* OVDemoWindow::Current()

@@ -9,11 +9,14 @@
 
 #include <memory>
 
+class OVDemoCanvas;
 class OVEndpointMessanger;
 class QLabel;
 class QProgressDialog;
 class QSplashScreen;
 class QTabWidget;
+class QUndoGroup;
+class QUndoStack;
 
 // The demo's editor window: one tab per open image, the menus of the menu manager, the tool
 // bar with the tools and the tool-bar content, and a dock with the tool-widget content.
@@ -39,24 +42,35 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
+    // An open image: its canvas (the tab's page) and its undo stack (a child of the canvas).
     struct Document
     {
         QString path;
-        QImage image;
+        OVDemoCanvas* canvas;
+        QUndoStack* undo;
     };
 
     void BuildFileMenu();
+    void BuildEditMenu();
+    void BuildViewMenu();
     void BuildImageMenu();
     void BuildHelpMenu();
     void BuildToolBars();
     void OnOpened(const OVDemoImage& result);
     void OnAllOpened();
     void ApplyToCurrent(const OVDemoAdjustment& step);
-    void AskAndApply(const QString& uid);
+    // The adjustment's dialog, starting from initial; on OK the step is applied on a worker.
+    void AskAndApply(const QString& uid, const QVariantMap& initial = QVariantMap());
+    // Replaces the document's image by after, undoably.
+    void Change(OVDemoCanvas* canvas, const QImage& after, const QString& text);
     void Export();
-    void ShowDocument(int index);
+    // Closes the tab, asking first when it has changes not exported; false when kept.
+    bool CloseDocument(int index);
+    // Tells the tool in effect which canvas is shown now.
+    void ShowCanvasToTool();
     Document* Current();
 
     OVDemoHost& m_host;
@@ -64,6 +78,8 @@ private:
     QTabWidget* m_tabs = nullptr;
     QLabel* m_status = nullptr;
     QList<Document> m_documents;
+    QUndoGroup* m_undo = nullptr;
+    bool m_busy = false; // an adjustment is being applied on a worker
     QPointer<QProgressDialog> m_progress;
     int m_batchSize = 0;
     std::unique_ptr<QSplashScreen> m_splash;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "private/OVSettingsFile_p.h"
-#include "private/OVSingleton_p.h"
 
 #include <QByteArray>
 #include <QFile>
@@ -200,36 +199,3 @@ private:
     QList<Item> items;
     QString filePath;
 };
-
-// The public operations of an export list Face over its private class FacePrivate, which
-// derives from KXExportList; Arg is how the operations take an item.
-#define KX_DEFINE_EXPORT_LIST(Face, Item, Arg)                                                               \
-    OV_DEFINE_SINGLETON_FACE(Face)                                                                           \
-    QList<Item> Face::GetList()                                                                              \
-    {                                                                                                        \
-        return Face##Private::List();                                                                        \
-    }                                                                                                        \
-    int Face::GetSize()                                                                                      \
-    {                                                                                                        \
-        return Face##Private::Size();                                                                        \
-    }                                                                                                        \
-    Item Face::Get(int index)                                                                                \
-    {                                                                                                        \
-        return Face##Private::At(index);                                                                     \
-    }                                                                                                        \
-    int Face::Add(Arg item)                                                                                  \
-    {                                                                                                        \
-        return Face##Private::AddSorted(item);                                                               \
-    }                                                                                                        \
-    void Face::Add(int index, Arg item)                                                                      \
-    {                                                                                                        \
-        Face##Private::AddAt(index, item);                                                                   \
-    }                                                                                                        \
-    void Face::Set(int index, Arg item)                                                                      \
-    {                                                                                                        \
-        Face##Private::Replace(index, item);                                                                 \
-    }                                                                                                        \
-    void Face::Remove(int index)                                                                             \
-    {                                                                                                        \
-        Face##Private::Erase(index);                                                                         \
-    }

@@ -4,9 +4,6 @@
 #include "OVImageFileWriter.h"
 #include "private/OVBuildLog_p.h"
 
-#include <QMutexLocker>
-#include <QThread>
-
 #include <algorithm>
 
 namespace {
@@ -21,44 +18,12 @@ const QString& AllGroup()
 
 OVImageFileManagerPrivate::OVImageFileManagerPrivate(OVImageFileManager* owner)
     : owner(owner)
+    , read(&OVImageFilePlugin::GetReaderUIDs, OVImageFilePlugin::CanRead, 521,
+           SLOT(OnReaderDestroyed(QObject*)), &pool)
+    , write(&OVImageFilePlugin::GetWriterUIDs, OVImageFilePlugin::CanWrite, 285,
+            SLOT(OnWriterDestroyed(QObject*)), nullptr)
 {
     groupNames.insert(AllGroup(), QObject::tr("All"));
-}
-
-OVImageFileManagerPrivate::~OVImageFileManagerPrivate()
-{
-    // Readers still pooled are not handed back here: only ReleaseReadersPool() does that.
-    qDeleteAll(poolEntries);
-}
-
-OVImageFileManagerPrivate::Side OVImageFileManagerPrivate::ReadSide()
-{
-    return {readGroups,
-            readAllSorted,
-            readerUIDs,
-            readPlugins,
-            readEntries,
-            liveReaders,
-            &OVImageFilePlugin::GetReaderUIDs,
-            OVImageFilePlugin::CanRead,
-            521,
-            SLOT(OnReaderDestroyed(QObject*)),
-            true};
-}
-
-OVImageFileManagerPrivate::Side OVImageFileManagerPrivate::WriteSide()
-{
-    return {writeGroups,
-            writeAllSorted,
-            writerUIDs,
-            writePlugins,
-            writeEntries,
-            liveWriters,
-            &OVImageFilePlugin::GetWriterUIDs,
-            OVImageFilePlugin::CanWrite,
-            285,
-            SLOT(OnWriterDestroyed(QObject*)),
-            false};
 }
 
 // Registration
@@ -70,14 +35,14 @@ bool OVImageFileManagerPrivate::Register(OVImageFilePlugin* plugin)
     QObject* object = plugin;
     if (plugins.contains(object))
         return true;
-    RegisterSide(ReadSide(), plugin);
-    RegisterSide(WriteSide(), plugin);
+    RegisterSide(read, plugin);
+    RegisterSide(write, plugin);
     QObject::connect(object, SIGNAL(destroyed(QObject*)), owner, SLOT(OnPluginDestroyed(QObject*)));
     plugins.insert(object);
     return true;
 }
 
-void OVImageFileManagerPrivate::RegisterSide(const Side& side, OVImageFilePlugin* plugin)
+void OVImageFileManagerPrivate::RegisterSide(Side& side, OVImageFilePlugin* plugin)
 {
     QObject* object = plugin;
     SideEntries entries;
@@ -107,7 +72,7 @@ void OVImageFileManagerPrivate::RegisterSide(const Side& side, OVImageFilePlugin
     RegisterGroups(side, plugin);
 }
 
-void OVImageFileManagerPrivate::RegisterGroups(const Side& side, OVImageFilePlugin* plugin)
+void OVImageFileManagerPrivate::RegisterGroups(Side& side, OVImageFilePlugin* plugin)
 {
     for (const QString& group : plugin->GetGroups()) {
         const QStringList offered = plugin->GetGroupFormats(group);
@@ -135,7 +100,7 @@ void OVImageFileManagerPrivate::RegisterGroups(const Side& side, OVImageFilePlug
     }
 }
 
-bool OVImageFileManagerPrivate::AddToAllGroup(const Side& side, const QStringList& formats)
+bool OVImageFileManagerPrivate::AddToAllGroup(Side& side, const QStringList& formats)
 {
     auto all = side.groups.find(AllGroup());
     if (all == side.groups.end()) {
@@ -171,8 +136,8 @@ bool OVImageFileManagerPrivate::Unregister(OVImageFilePlugin* plugin)
     QObject* object = plugin;
     if (!plugin || !plugins.contains(object))
         return false;
-    UnregisterSide(ReadSide(), object);
-    UnregisterSide(WriteSide(), object);
+    UnregisterSide(read, object);
+    UnregisterSide(write, object);
     QObject::disconnect(object, SIGNAL(destroyed(QObject*)), owner, SLOT(OnPluginDestroyed(QObject*)));
     plugins.remove(object);
     return true;
@@ -184,13 +149,13 @@ void OVImageFileManagerPrivate::OnPluginDestroyed(QObject* object)
         return;
     // Write side first; only here are the plug-in's live readers and writers forgotten,
     // since they cannot be handed back to it any more.
-    UnregisterSide(WriteSide(), object);
-    ForgetLiveOf(WriteSide(), object);
-    UnregisterSide(ReadSide(), object);
-    ForgetLiveOf(ReadSide(), object);
+    UnregisterSide(write, object);
+    ForgetLiveOf(write, object);
+    UnregisterSide(read, object);
+    ForgetLiveOf(read, object);
 }
 
-void OVImageFileManagerPrivate::UnregisterSide(const Side& side, QObject* plugin)
+void OVImageFileManagerPrivate::UnregisterSide(Side& side, QObject* plugin)
 {
     const SideEntries entries = side.entries.take(plugin);
     for (const QString& uid : entries.uids) {
@@ -214,7 +179,7 @@ void OVImageFileManagerPrivate::UnregisterSide(const Side& side, QObject* plugin
     }
 }
 
-void OVImageFileManagerPrivate::RemoveFromGroups(const Side& side, const QString& format)
+void OVImageFileManagerPrivate::RemoveFromGroups(Side& side, const QString& format)
 {
     // Receivers may call back in, so each group is looked up afresh after a signal.
     const QStringList uids = side.groups.keys();
@@ -237,7 +202,7 @@ void OVImageFileManagerPrivate::RemoveFromGroups(const Side& side, const QString
     }
 }
 
-void OVImageFileManagerPrivate::ForgetLiveOf(const Side& side, QObject* plugin)
+void OVImageFileManagerPrivate::ForgetLiveOf(Side& side, QObject* plugin)
 {
     // By the time a plug-in reports its destruction, guarded pointers to it read null, as do
     // those to a plug-in unregistered and deleted before; the recorded pointer tells them
@@ -248,35 +213,35 @@ void OVImageFileManagerPrivate::ForgetLiveOf(const Side& side, QObject* plugin)
             orphans << it.key();
     }
     for (QObject* product : qAsConst(orphans)) {
-        if (side.pooled)
-            RemoveFromPool(product);
+        if (side.pool)
+            side.pool->Remove(product);
         QObject::disconnect(product, SIGNAL(destroyed(QObject*)), owner, side.onDestroyed);
         side.live.remove(product);
     }
 }
 
-OVImageFilePlugin* OVImageFileManagerPrivate::FirstPlugin(const QMap<QString, QList<QObject*>>& plugins,
-                                                          const QString& format)
+OVImageFilePlugin* OVImageFileManagerPrivate::FirstPlugin(const Side& side, const QString& format)
 {
-    const auto it = plugins.constFind(format);
-    return it == plugins.cend() || it->isEmpty() ? nullptr : qobject_cast<OVImageFilePlugin*>(it->first());
+    const auto it = side.plugins.constFind(format);
+    if (it == side.plugins.cend() || it->isEmpty())
+        return nullptr;
+    return qobject_cast<OVImageFilePlugin*>(it->first());
 }
 
-OVImageFilePlugin* OVImageFileManagerPrivate::UIDOwner(const QMap<QString, QObject*>& uids,
-                                                       const QString& uid)
+OVImageFilePlugin* OVImageFileManagerPrivate::UIDOwner(const Side& side, const QString& uid)
 {
-    return qobject_cast<OVImageFilePlugin*>(uids.value(uid));
+    return qobject_cast<OVImageFilePlugin*>(side.uids.value(uid));
 }
 
 // Live readers and writers
 
-void OVImageFileManagerPrivate::Follow(const Side& side, QObject* product, QObject* plugin)
+void OVImageFileManagerPrivate::Follow(Side& side, QObject* product, QObject* plugin)
 {
     QObject::connect(product, SIGNAL(destroyed(QObject*)), owner, side.onDestroyed);
     side.live.insert(product, {plugin, plugin});
 }
 
-bool OVImageFileManagerPrivate::Forget(const Side& side, QObject* product, QPointer<QObject>* plugin)
+bool OVImageFileManagerPrivate::Forget(Side& side, QObject* product, QPointer<QObject>* plugin)
 {
     const auto it = side.live.find(product);
     if (it == side.live.end())
@@ -284,172 +249,29 @@ bool OVImageFileManagerPrivate::Forget(const Side& side, QObject* product, QPoin
     *plugin = it.value().alive;
     side.live.erase(it);
     QObject::disconnect(product, SIGNAL(destroyed(QObject*)), owner, side.onDestroyed);
-    if (side.pooled)
-        RemoveFromPool(product);
+    if (side.pool)
+        side.pool->Remove(product);
     return true;
 }
 
-void OVImageFileManagerPrivate::OnProductDestroyed(const Side& side, QObject* object)
+void OVImageFileManagerPrivate::OnProductDestroyed(Side& side, QObject* object)
 {
     side.live.remove(object);
-    if (side.pooled)
-        RemoveFromPool(object);
+    if (side.pool)
+        side.pool->Remove(object);
 }
 
 // Readers pool
 
 void OVImageFileManagerPrivate::BuildReadersPool(int n)
 {
-    if (n < 1)
-        n = QThread::idealThreadCount();
-    const Side side = ReadSide();
-    const QStringList formats = readGroups.value(AllGroup());
-    for (const QString& format : formats) {
-        if (poolByFormat.contains(format))
-            continue;
-        auto* entry = new ReaderPoolEntry(n);
-        OVImageFileReader* reader = nullptr;
-        for (int i = 0; i < n; ++i) {
-            reader = Create(side, FirstPlugin(readPlugins, format), &OVImageFilePlugin::CreateReader, format);
-            entry->readers.push_back(reader);
-            poolByReader.insert(reader, entry);
-        }
-        // The entry serves what its readers declare, which may be more than the format
-        // that made it (a jpg reader that also reads jpeg), or may leave that format out.
-        if (reader) {
-            for (const QString& served : reader->GetFormats())
-                poolByFormat.insert(served, entry);
-        }
-        poolEntries.append(entry);
-    }
+    pool.Build(read.groups.value(AllGroup()), n, [this](const QString& format) {
+        return Create(read, FirstPlugin(read, format), &OVImageFilePlugin::CreateReader, format);
+    });
 }
 
 void OVImageFileManagerPrivate::ReleaseReadersPool()
 {
-    for (ReaderPoolEntry* entry : qAsConst(poolEntries)) {
-        // Every reader of the entry is idle once it is drained; one returned more than once
-        // is on the stack more than once, and goes back to its plug-in only the first time.
-        // Only the pointer is compared, since the plug-in may have deleted it already.
-        std::vector<QObject*> readers;
-        for (QObject* reader : Drain(entry)) {
-            if (std::find(readers.begin(), readers.end(), reader) == readers.end())
-                readers.push_back(reader);
-        }
-        for (QObject* reader : readers) {
-            // A reader no longer of this entry was handed back or destroyed already; a null
-            // one from the plug-in is not followed and stays with the entry.
-            if (poolByReader.value(reader) == entry)
-                Release(ReadSide(), static_cast<OVImageFileReader*>(reader),
-                        &OVImageFilePlugin::ReleaseReader);
-        }
-        delete entry;
-    }
-    poolEntries = QList<ReaderPoolEntry*>();
-    // The keys stay, so that a format or reader of the old pool is still recognised; what
-    // they pointed to is gone.
-    for (auto& entry : poolByFormat)
-        entry = nullptr;
-    for (auto& entry : poolByReader)
-        entry = nullptr;
-}
-
-OVImageFileReader* OVImageFileManagerPrivate::AcquireReader(const QString& format) const
-{
-    ReaderPoolEntry* entry = poolByFormat.value(format.toLower());
-    // Only readers made by CreateReader() are ever put into an entry.
-    return entry ? static_cast<OVImageFileReader*>(Borrow(entry)) : nullptr;
-}
-
-void OVImageFileManagerPrivate::ReleaseAcquiredReader(OVImageFileReader* reader) const
-{
-    if (ReaderPoolEntry* entry = poolByReader.value(reader))
-        GiveBack(entry, reader);
-}
-
-void OVImageFileManagerPrivate::RemoveFromPool(QObject* reader)
-{
-    const auto it = poolByReader.find(reader);
-    if (it == poolByReader.end() || !it.value())
-        return;
-    TakeFromEntry(it.value(), reader);
-    it.value() = nullptr;
-}
-
-void OVImageFileManagerPrivate::TakeFromEntry(ReaderPoolEntry* entry, QObject* reader)
-{
-    // With every reader of the entry idle, each copy of the reader leaves the stack with its
-    // permit. An entry left without readers keeps no permits, so a borrower of its formats
-    // waits.
-    std::vector<QObject*> idle = Drain(entry);
-    const auto copies = std::remove(idle.begin(), idle.end(), reader);
-    if (copies != idle.end()) {
-        idle.erase(copies, idle.end());
-        QMutexLocker locker(&entry->lock);
-        --entry->count;
-    }
-    Refill(entry, idle);
-}
-
-void (*OVImageFileManagerPrivate::drainWaits)() = nullptr;
-
-std::vector<QObject*> OVImageFileManagerPrivate::Drain(ReaderPoolEntry* entry)
-{
-    // Each permit stands for one copy on the stack, so taking one permit after another takes
-    // the stack apart; a lent reader adds its copy when it comes back.
-    std::vector<QObject*> idle;
-    for (;;) {
-        {
-            QMutexLocker locker(&entry->lock);
-            if (entry->readers.empty()) {
-                if (entry->lent.empty())
-                    return idle;
-                if (drainWaits)
-                    drainWaits();
-            }
-        }
-        entry->available.acquire();
-        QMutexLocker locker(&entry->lock);
-        idle.push_back(entry->readers.back());
-        entry->readers.pop_back();
-    }
-}
-
-void OVImageFileManagerPrivate::Refill(ReaderPoolEntry* entry, const std::vector<QObject*>& idle)
-{
-    if (idle.empty())
-        return;
-    {
-        QMutexLocker locker(&entry->lock);
-        entry->readers.insert(entry->readers.end(), idle.rbegin(), idle.rend());
-    }
-    entry->available.release(int(idle.size()));
-}
-
-QObject* OVImageFileManagerPrivate::Borrow(ReaderPoolEntry* entry)
-{
-    entry->available.acquire();
-    QMutexLocker locker(&entry->lock);
-    QObject* reader = entry->readers.back();
-    entry->readers.pop_back();
-    const auto out = entry->Lent(reader);
-    if (out != entry->lent.end())
-        ++out->second;
-    else
-        entry->lent.emplace_back(reader, 1);
-    return reader;
-}
-
-void OVImageFileManagerPrivate::GiveBack(ReaderPoolEntry* entry, QObject* reader)
-{
-    {
-        QMutexLocker locker(&entry->lock);
-        entry->readers.push_back(reader);
-        // A reader that was not out comes back as one more copy on the stack.
-        const auto out = entry->Lent(reader);
-        if (out != entry->lent.end() && --out->second == 0) {
-            *out = entry->lent.back();
-            entry->lent.pop_back();
-        }
-    }
-    entry->available.release();
+    pool.Release(
+        [this](OVImageFileReader* reader) { Release(read, reader, &OVImageFilePlugin::ReleaseReader); });
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "private/OVBuildLog_p.h"
-#include "private/OVSingleton_p.h"
 
 #include <QMap>
 #include <QMetaType>
@@ -134,28 +133,3 @@ private:
     QStringList order;
     mutable std::mutex lock;
 };
-
-// The public operations of a registry face over its private object d, which derives from
-// OVItemRegistry<Face, Item>; Lookup is the face's name for the lookup by identifier.
-#define OV_DEFINE_ITEM_REGISTRY_FACE(Face, Item, Lookup)                                                     \
-    OV_DEFINE_SINGLETON_FACE(Face)                                                                           \
-    bool Face::Register(Item* item)                                                                          \
-    {                                                                                                        \
-        return d->Register(item);                                                                            \
-    }                                                                                                        \
-    bool Face::Unregister(const QString& id)                                                                 \
-    {                                                                                                        \
-        return d->Unregister(id);                                                                            \
-    }                                                                                                        \
-    Item* Face::Lookup(const QString& id)                                                                    \
-    {                                                                                                        \
-        return d->Get(id);                                                                                   \
-    }                                                                                                        \
-    QString Face::GetID(Item* item)                                                                          \
-    {                                                                                                        \
-        return d->GetID(item);                                                                               \
-    }                                                                                                        \
-    QStringList Face::GetRegistered()                                                                        \
-    {                                                                                                        \
-        return d->GetRegistered();                                                                           \
-    }

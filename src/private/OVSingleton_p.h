@@ -25,15 +25,3 @@
         s_instance = nullptr;                                                                                \
         delete instance;                                                                                     \
     }
-
-// The singleton operations of a public face together with its constructor and destructor,
-// which create and delete the face's private object, a Face##Private made with the face.
-#define OV_DEFINE_SINGLETON_FACE(Face)                                                                       \
-    OV_DEFINE_SINGLETON(Face)                                                                                \
-    Face::Face()                                                                                             \
-        : d(new Face##Private(this))                                                                         \
-    {}                                                                                                       \
-    Face::~Face()                                                                                            \
-    {                                                                                                        \
-        delete d;                                                                                            \
-    }

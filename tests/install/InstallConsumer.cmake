@@ -1,5 +1,6 @@
-# cmake -P script: install, build a consumer project against the installation, run it.
-foreach(var BUILD_DIR WORK_DIR CONSUMER_SOURCE CXX_COMPILER GENERATOR)
+# cmake -P script: install, build the README's plug-ins (examples/guide) and a host project
+# against the installation, and run the host on the plug-ins.
+foreach(var BUILD_DIR WORK_DIR CONSUMER_SOURCE GUIDE_SOURCE CXX_COMPILER GENERATOR)
     if(NOT DEFINED ${var})
         message(FATAL_ERROR "${var} is not set")
     endif()
@@ -26,11 +27,15 @@ foreach(header OVApplication.h OVCoreExport.h OVPluginContainer.h OVImageFilePlu
     endif()
 endforeach()
 
-run(${CMAKE_COMMAND} -S ${CONSUMER_SOURCE} -B ${WORK_DIR}/build -G ${GENERATOR}
-    -DCMAKE_PREFIX_PATH=${prefix}
-    -DCMAKE_CXX_COMPILER=${CXX_COMPILER}
-    "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}"
-    "-DCMAKE_EXE_LINKER_FLAGS=${CXX_FLAGS}"
-    "-DCMAKE_SHARED_LINKER_FLAGS=${CXX_FLAGS}")
-run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
-run(${WORK_DIR}/build/consumer ${WORK_DIR}/build)
+foreach(project guide consumer)
+    string(TOUPPER ${project} source)
+    run(${CMAKE_COMMAND} -S ${${source}_SOURCE} -B ${WORK_DIR}/${project} -G ${GENERATOR}
+        -DCMAKE_PREFIX_PATH=${prefix}
+        -DCMAKE_CXX_COMPILER=${CXX_COMPILER}
+        "-DCMAKE_CXX_FLAGS=${CXX_FLAGS} -Wall -Wextra -Werror"
+        "-DCMAKE_EXE_LINKER_FLAGS=${CXX_FLAGS}"
+        "-DCMAKE_MODULE_LINKER_FLAGS=${CXX_FLAGS}"
+        "-DCMAKE_SHARED_LINKER_FLAGS=${CXX_FLAGS}")
+    run(${CMAKE_COMMAND} --build ${WORK_DIR}/${project})
+endforeach()
+run(${WORK_DIR}/consumer/consumer ${WORK_DIR}/guide/plugins ${WORK_DIR})

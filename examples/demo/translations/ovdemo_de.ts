@@ -37,10 +37,6 @@
         <translation>Die Bilder ohne Fenster bearbeiten.</translation>
     </message>
     <message>
-        <source>Apply an adjustment, e.g. brightness=20 or greyscale.</source>
-        <translation>Eine Korrektur anwenden, z. B. brightness=20 oder greyscale.</translation>
-    </message>
-    <message>
         <source>Write the results into this folder.</source>
         <translation>Die Ergebnisse in diesen Ordner schreiben.</translation>
     </message>
@@ -55,10 +51,6 @@
     <message>
         <source>Quit once the images are open (and adjusted).</source>
         <translation>Beenden, sobald die Bilder geöffnet (und korrigiert) sind.</translation>
-    </message>
-    <message>
-        <source>Images to open.</source>
-        <translation>Zu öffnende Bilder.</translation>
     </message>
     <message>
         <source>The file does not exist.</source>
@@ -166,6 +158,78 @@
     <message>
         <source>Feedback reply: %1</source>
         <translation>Antwort auf die Rückmeldung: %1</translation>
+    </message>
+    <message>
+        <source>--%1 takes a whole number from %2 to %3.</source>
+        <translation>--%1 nimmt eine ganze Zahl von %2 bis %3.</translation>
+    </message>
+    <message>
+        <source>Apply an adjustment, e.g. brightness=20 or greyscale; an unknown name lists them.</source>
+        <translation>Eine Korrektur anwenden, z. B. brightness=20 oder greyscale; ein unbekannter Name listet sie auf.</translation>
+    </message>
+    <message>
+        <source>Headless: files worked on at once (default: %1, the processor&apos;s threads).</source>
+        <translation>Ohne Fenster: gleichzeitig bearbeitete Dateien (Vorgabe: %1, die Threads des Prozessors).</translation>
+    </message>
+    <message>
+        <source>Headless: take the files of subfolders too.</source>
+        <translation>Ohne Fenster: auch die Dateien der Unterordner nehmen.</translation>
+    </message>
+    <message>
+        <source>Quality of lossy results, 0 to 100.</source>
+        <translation>Qualität verlustbehafteter Ergebnisse, 0 bis 100.</translation>
+    </message>
+    <message>
+        <source>Refuse images larger than this (default: %1).</source>
+        <translation>Größere Bilder ablehnen (Vorgabe: %1).</translation>
+    </message>
+    <message>
+        <source>Load this plug-in library too (may be repeated).</source>
+        <translation>Auch diese Plug-in-Bibliothek laden (wiederholbar).</translation>
+    </message>
+    <message>
+        <source>Images to open; headless, also folders of images.</source>
+        <translation>Zu öffnende Bilder; ohne Fenster auch Ordner mit Bildern.</translation>
+    </message>
+    <message>
+        <source>--max-megapixels takes a number above 0.</source>
+        <translation>--max-megapixels nimmt eine Zahl über 0.</translation>
+    </message>
+    <message>
+        <source>The image is %1x%2 pixels, above the limit of %3 megapixels (--max-megapixels).</source>
+        <translation>Das Bild hat %1x%2 Pixel, mehr als die Grenze von %3 Megapixeln (--max-megapixels).</translation>
+    </message>
+    <message>
+        <source>%1 files/s, %2 MP/s, about %3 s left</source>
+        <translation>%1 Dateien/s, %2 MP/s, noch etwa %3 s</translation>
+    </message>
+    <message>
+        <source>Stopped by signal %1: %2 of %3 files not started.</source>
+        <translation>Durch Signal %1 angehalten: %2 von %3 Dateien nicht begonnen.</translation>
+    </message>
+    <message>
+        <source>No adjustment is named &quot;%1&quot;.</source>
+        <translation>Keine Korrektur heißt „%1“.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; takes %2 to %3.</source>
+        <translation>„%1“ nimmt %2 bis %3.</translation>
+    </message>
+    <message>
+        <source>%1 takes no &quot;%2&quot;.</source>
+        <translation>%1 nimmt kein „%2“.</translation>
+    </message>
+    <message>
+        <source>Adjustments (--adjust NAME, NAME:PARAMETER=VALUE,... or PARAMETER=VALUE,...):</source>
+        <translation>Korrekturen (--adjust NAME, NAME:PARAMETER=WERT,... oder PARAMETER=WERT,...):</translation>
+    </message>
+    <message>
+        <source>%1: %2 to %3, default %4</source>
+        <translation>%1: %2 bis %3, Vorgabe %4</translation>
+    </message>
+    <message>
+        <source>Stopping once the files in flight are written; stop again to discard them.</source>
+        <translation>Halte an, sobald die laufenden Dateien geschrieben sind; erneut anhalten verwirft sie.</translation>
     </message>
 </context>
 <context>
@@ -372,6 +436,13 @@
     <message>
         <source>Grey-scale</source>
         <translation>Graustufen</translation>
+    </message>
+</context>
+<context>
+    <name>OVImageIOReader</name>
+    <message>
+        <source>The file is damaged: its data ends early.</source>
+        <translation>Die Datei ist beschädigt: ihre Daten enden zu früh.</translation>
     </message>
 </context>
 <context>

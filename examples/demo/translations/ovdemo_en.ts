@@ -37,10 +37,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Apply an adjustment, e.g. brightness=20 or greyscale.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Write the results into this folder.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -54,10 +50,6 @@
     </message>
     <message>
         <source>Quit once the images are open (and adjusted).</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Images to open.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -165,6 +157,78 @@
     </message>
     <message>
         <source>Feedback reply: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>--%1 takes a whole number from %2 to %3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Apply an adjustment, e.g. brightness=20 or greyscale; an unknown name lists them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Headless: files worked on at once (default: %1, the processor&apos;s threads).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Headless: take the files of subfolders too.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Quality of lossy results, 0 to 100.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Refuse images larger than this (default: %1).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load this plug-in library too (may be repeated).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Images to open; headless, also folders of images.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>--max-megapixels takes a number above 0.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The image is %1x%2 pixels, above the limit of %3 megapixels (--max-megapixels).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 files/s, %2 MP/s, about %3 s left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stopped by signal %1: %2 of %3 files not started.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No adjustment is named &quot;%1&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; takes %2 to %3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 takes no &quot;%2&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Adjustments (--adjust NAME, NAME:PARAMETER=VALUE,... or PARAMETER=VALUE,...):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2 to %3, default %4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stopping once the files in flight are written; stop again to discard them.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -369,6 +433,13 @@
     <name>OVGreyscale</name>
     <message>
         <source>Grey-scale</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>OVImageIOReader</name>
+    <message>
+        <source>The file is damaged: its data ends early.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

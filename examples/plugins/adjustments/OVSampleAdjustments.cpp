@@ -1,6 +1,6 @@
 // The sample "adjustments" library: brightness/contrast and grey-scale, entered into the
-// adjustment registry. Each adjustment names the parameters it takes in its "parameters"
-// property, so that a host can offer them without knowing the adjustment.
+// adjustment registry. Each adjustment declares the parameters it takes (GetParameters), so that
+// a host can offer them without knowing the adjustment.
 
 #include "OVSampleContainer.h"
 #include "OVSampleImage.h"
@@ -17,15 +17,13 @@ class OVBrightnessContrast : public OVAdjustment
 {
     Q_OBJECT
 public:
-    OVBrightnessContrast()
-    {
-        setObjectName(QStringLiteral("brightness-contrast"));
-        setProperty("parameters", QStringList{QStringLiteral("brightness"), QStringLiteral("contrast")});
-    }
-
     QString GetName() const override { return tr("Brightness/Contrast"); }
     QString GetVersion() const override { return QStringLiteral("1.0"); }
     QString GetUID() const override { return QStringLiteral("{8E0C52A4-7A31-4B8C-9D3E-0000000A0001}"); }
+    QList<OVAdjustmentParameter> GetParameters() const override
+    {
+        return {{QStringLiteral("brightness"), -100, 100, 0}, {QStringLiteral("contrast"), -100, 100, 0}};
+    }
 
     QImage Apply(const QImage& image, const QVariantMap& parameters) const override
     {
@@ -45,12 +43,6 @@ class OVGreyscale : public OVAdjustment
 {
     Q_OBJECT
 public:
-    OVGreyscale()
-    {
-        setObjectName(QStringLiteral("greyscale"));
-        setProperty("parameters", QStringList());
-    }
-
     QString GetName() const override { return tr("Grey-scale"); }
     QString GetVersion() const override { return QStringLiteral("1.0"); }
     QString GetUID() const override { return QStringLiteral("{8E0C52A4-7A31-4B8C-9D3E-0000000A0002}"); }

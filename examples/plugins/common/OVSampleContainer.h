@@ -19,6 +19,7 @@ class QAction;
 class OVSampleContainer : public QObject, public OVPluginContainer
 {
     Q_OBJECT
+    Q_INTERFACES(OVPluginContainer)
 public:
     ~OVSampleContainer() override;
 

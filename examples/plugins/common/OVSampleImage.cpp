@@ -4,8 +4,9 @@ namespace OVSampleImage {
 
 QImage Editable(const QImage& image)
 {
-    // Unpremultiplied pixels, so that per-channel tables treat every pixel alike.
-    return image.convertToFormat(QImage::Format_ARGB32);
+    // Unpremultiplied pixels, so that per-channel tables treat every pixel alike. An image without
+    // alpha stays without: a writer then stores no alpha channel it would have to fill.
+    return image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
 }
 
 QImage MapChannels(const QImage& image, const uchar (&table)[256])

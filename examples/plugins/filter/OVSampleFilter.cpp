@@ -18,16 +18,14 @@ class OVBoxBlur : public OVAdjustment
 {
     Q_OBJECT
 public:
-    OVBoxBlur()
-    {
-        setObjectName(QStringLiteral("boxblur"));
-        setProperty("parameters", QStringList{QStringLiteral("radius")});
-    }
-
     int GetType() const override { return FilterType; }
     QString GetName() const override { return tr("Box Blur"); }
     QString GetVersion() const override { return QStringLiteral("1.0"); }
     QString GetUID() const override { return QStringLiteral("{8E0C52A4-7A31-4B8C-9D3E-0000000F0001}"); }
+    QList<OVAdjustmentParameter> GetParameters() const override
+    {
+        return {{QStringLiteral("radius"), 0, 64, 2}};
+    }
 
     QImage Apply(const QImage& image, const QVariantMap& parameters) const override
     {
@@ -35,6 +33,7 @@ public:
         QImage result = OVSampleImage::Editable(image);
         if (radius == 0 || result.isNull())
             return result;
+        const QImage::Format format = result.format();
         // Premultiplied sums, so that transparent pixels do not bleed their colour.
         result = result.convertToFormat(QImage::Format_ARGB32_Premultiplied);
         const int w = result.width();
@@ -52,7 +51,7 @@ public:
             BlurLine(line.constData(), h, radius,
                      [&result, x](int y) -> QRgb& { return reinterpret_cast<QRgb*>(result.scanLine(y))[x]; });
         }
-        return result.convertToFormat(QImage::Format_ARGB32);
+        return result.convertToFormat(format);
     }
 
 private:

@@ -18,6 +18,11 @@ struct OVImageIOFamily
     QString writerUID;
     QString groupUID;
     QStringList formats; // those this Qt build can read or write
+    // The format's data ends with a marker that its decoder reads last (JPEG, PNG): a decoder
+    // that asks for more than the file holds has met a file cut short.
+    bool endMarked = false;
+    // The format's writer takes a quality (JPEG, WebP).
+    bool lossy = false;
 };
 
 // Decodes the files of one family with QImageReader. The format the reader was made for is
@@ -40,7 +45,8 @@ private:
     QString m_error;
 };
 
-// Encodes images with QImageWriter in the format it was made for.
+// Encodes images with QImageWriter in the format it was made for, through a QSaveFile: the file
+// appears under its name only once it is complete.
 class OVImageIOWriter : public OVImageFileWriter
 {
     Q_OBJECT

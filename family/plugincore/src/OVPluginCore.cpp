@@ -119,6 +119,11 @@ int OVAdjustment::GetType() const
     return AdjustmentType;
 }
 
+QList<OVAdjustmentParameter> OVAdjustment::GetParameters() const
+{
+    return {};
+}
+
 OVBrushPlugin::OVBrushPlugin(QObject* parent)
     : OVPlugin(parent)
 {}
