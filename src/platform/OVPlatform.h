@@ -66,6 +66,10 @@ AdapterList QueryAdapters();
 bool QueryMachineGuid(std::u16string* text);
 // The user's country name in English with its terminating null counted, false without one.
 bool QueryCountryName(std::u16string* name);
+// The size and the last modification time (in the system's own units) of the regular file at
+// path (UTF-8 on Windows, the file system's own bytes elsewhere), with one call; false for a
+// missing file, a folder or a device.
+bool QueryFileVersion(const std::string& path, std::int64_t* size, std::int64_t* modified);
 
 // ---- Arithmetic over the facts (OVPlatform.cpp) ----
 

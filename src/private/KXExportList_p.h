@@ -1,5 +1,7 @@
 #pragma once
 
+#include "private/OVSettingsFile_p.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QList>
@@ -152,9 +154,9 @@ private:
     {
         filePath = path;
         if (Readable(filePath)) {
-            QSettings user(filePath, QSettings::IniFormat);
-            if (HasVersion(user)) {
-                items = Read(user);
+            OVSettingsFile user(filePath, OVSettingsFile::Read);
+            if (user && HasVersion(*user)) {
+                items = Read(*user);
                 return;
             }
         } else {
@@ -179,7 +181,10 @@ private:
     {
         if (filePath.isEmpty())
             return;
-        QSettings settings(filePath, QSettings::IniFormat);
+        OVSettingsFile file(filePath, OVSettingsFile::Write);
+        if (!file)
+            return;
+        QSettings& settings = *file;
         settings.setValue(QStringLiteral("Version"), QStringLiteral("2.3.0"));
         settings.beginGroup(Table::Group());
         const int keysBefore = settings.childKeys().size();

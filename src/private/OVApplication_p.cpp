@@ -6,11 +6,11 @@
 #include "private/KXExportSizes_p.h"
 #include "private/OVBuildLog_p.h"
 #include "private/OVLanguages_p.h"
+#include "private/OVSettingsFile_p.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QProcessEnvironment>
-#include <QSettings>
 
 #include "private/OVCoreConfig_p.h"
 #include "private/OVScreenTracker_p.h"
@@ -107,7 +107,7 @@ QVariant OVApplicationPrivate::ReadValue(const QString& iniPath, const QString& 
 {
     if (key.isEmpty())
         return def;
-    return QSettings(iniPath, QSettings::IniFormat).value(key, def);
+    return OVSettingsFile::Value(iniPath, key, def);
 }
 
 void OVApplicationPrivate::WriteValue(const QString& iniPath, const QString& key, const QVariant& value)
@@ -115,7 +115,7 @@ void OVApplicationPrivate::WriteValue(const QString& iniPath, const QString& key
     // QSettings ignores an empty key (with a warning); there is nothing to write under it.
     if (key.isEmpty())
         return;
-    QSettings(iniPath, QSettings::IniFormat).setValue(key, value);
+    OVSettingsFile::SetValue(iniPath, key, value);
 }
 
 QString OVApplicationPrivate::IniPath(const QString& folder, const QString& fileName)

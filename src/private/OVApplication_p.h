@@ -54,7 +54,8 @@ public:
     static IBrushFactory* BrushFactory();
     static void SetBrushFactory(IBrushFactory* factory);
 
-    // One value of an INI file, read or written through a QSettings opened for this access.
+    // One value of an INI file, read or written through a QSettings opened for this access
+    // (OVSettingsFile).
     static QVariant ReadValue(const QString& iniPath, const QString& key, const QVariant& def);
     static void WriteValue(const QString& iniPath, const QString& key, const QVariant& value);
 

@@ -3,11 +3,11 @@
 #include "OVApplication.h"
 #include "private/OVApplication_p.h"
 #include "private/OVBuildLog_p.h"
+#include "private/OVSettingsFile_p.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QSettings>
 #include <QTranslator>
 
 namespace {
@@ -92,7 +92,7 @@ QString OVLanguages::Name(const QString& code) const
 QString OVLanguages::DefaultLanguage()
 {
     const QString ini = OVApplication::GetResourcePath() + QStringLiteral("/settings/installsettings.ini");
-    return QSettings(ini, QSettings::IniFormat)
-        .value(OVApplication::GetName(OVApplication::LanguageIndex), QStringLiteral("en"))
+    return OVSettingsFile::Value(ini, OVApplication::GetName(OVApplication::LanguageIndex),
+                                 QStringLiteral("en"), OVSettingsFile::ReadInstalled)
         .toString();
 }

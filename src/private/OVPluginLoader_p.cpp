@@ -7,6 +7,7 @@
 #include "OVPluginContainer.h"
 #include "private/OVApplication_p.h"
 #include "private/OVBuildLog_p.h"
+#include "private/OVSettingsFile_p.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -14,7 +15,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QPluginLoader>
-#include <QSettings>
 
 namespace {
 
@@ -84,11 +84,11 @@ QString OVPluginLoader::Suffix()
 OVPluginLoader::Folders OVPluginLoader::ReadFolders() const
 {
     const QString path = OVApplication::GetResourcePath() + QStringLiteral("/plugins.ini");
-    const QSettings ini(path, QSettings::IniFormat);
+    OVSettingsFile ini(path, OVSettingsFile::ReadInstalled);
     // QSettings takes an unquoted value with a comma ("my plugins, v2") for a list, which
     // names no folder; such a value is read as the text it is.
     const auto folder = [&](const QString& key) {
-        const QVariant value = ini.value(key);
+        const QVariant value = ini ? ini->value(key) : QVariant();
         return value.type() == QVariant::StringList ? RawIniValue(path, key) : value.toString();
     };
     return {folder(QStringLiteral("brush")), folder(QStringLiteral("general"))};

@@ -91,9 +91,14 @@ void MachineIdFiles()
         std::u16string text;
         CHECK(ReadMachineIdFile(path, &text) == file.readable && text == file.text);
     }
+    std::int64_t size = 0, modified = 0, before = 0;
+    CHECK(QueryFileVersion(path, &size, &before) && size == 4096);
+    std::ofstream(path, std::ios::binary | std::ios::app) << "b";
+    CHECK(QueryFileVersion(path, &size, &modified) && size == 4097);
     std::remove(path);
     std::u16string text;
-    CHECK(!ReadMachineIdFile(path, &text));
+    CHECK(!ReadMachineIdFile(path, &text) && !QueryFileVersion(path, &size, &modified) &&
+          !QueryFileVersion(".", &size, &modified));
 }
 
 void SystemFacts()

@@ -9,6 +9,7 @@
 #include <locale.h>
 #include <net/if.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/utsname.h>
 #if defined(__x86_64__) || defined(__i386__)
@@ -114,6 +115,16 @@ bool QueryCountryName(std::u16string* name)
     *name += u'\0';
     return true;
 #endif
+}
+
+bool QueryFileVersion(const std::string& path, std::int64_t* size, std::int64_t* modified)
+{
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return false;
+    *size = status.st_size;
+    *modified = std::int64_t(status.st_mtim.tv_sec) * 1000000000 + status.st_mtim.tv_nsec;
+    return true;
 }
 
 } // namespace OVPlatform

@@ -170,4 +170,21 @@ bool QueryCountryName(std::u16string* name)
     return true;
 }
 
+bool QueryFileVersion(const std::string& path, std::int64_t* size, std::int64_t* modified)
+{
+    const int length = MultiByteToWideChar(CP_UTF8, 0, path.c_str(), -1, nullptr, 0);
+    if (length <= 0)
+        return false;
+    std::wstring wide(size_t(length), L'\0');
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (MultiByteToWideChar(CP_UTF8, 0, path.c_str(), -1, &wide[0], length) != length ||
+        !GetFileAttributesExW(wide.c_str(), GetFileExInfoStandard, &data) ||
+        (data.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)))
+        return false;
+    *size = std::int64_t((std::uint64_t(data.nFileSizeHigh) << 32) | data.nFileSizeLow);
+    *modified = std::int64_t((std::uint64_t(data.ftLastWriteTime.dwHighDateTime) << 32) |
+                             data.ftLastWriteTime.dwLowDateTime);
+    return true;
+}
+
 } // namespace OVPlatform
