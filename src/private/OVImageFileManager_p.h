@@ -2,6 +2,7 @@
 
 #include "OVImageFileManager.h"
 #include "OVImageFilePlugin.h"
+#include "private/OVAutotestExport_p.h"
 
 #include <QHash>
 #include <QList>
@@ -182,5 +183,5 @@ private:
 public:
     // Called by Drain() on the draining thread just before it waits for a lent reader, so
     // that a test can tell when the pool waits.
-    static OVCORE_EXPORT void (*drainWaits)();
+    static OVCORE_AUTOTEST_EXPORT void (*drainWaits)();
 };
