@@ -45,8 +45,9 @@ private slots:
 
     void screens()
     {
-        // Only the copy is read, never the toolkit's screens (this program's own copy of the
-        // lists has no tracker feeding it); the primary screen comes first.
+        // Only the copy is read, never the toolkit's screens: emptied, it stays empty although
+        // the offscreen platform has a screen; the primary screen comes first.
+        SetToolkitScreens({}, {});
         QCOMPARE(GetScreenResolutions(), QStringList());
         SetToolkitScreens({{"1024x768", false}, {"800x600", true}}, {{"100", false}, {"150", true}});
         QCOMPARE(GetScreenResolutions(), (QStringList{"800x600", "1024x768"}));

@@ -8,6 +8,7 @@
 // Win32 calls, linux/ reads the Linux equivalents. The second part is arithmetic over those
 // facts and is the same everywhere (OVPlatform.cpp).
 
+#include "../private/OVAutotestExport_p.h"
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -105,15 +106,16 @@ std::uint16_t ProcessorWord(const std::array<std::uint32_t, 4>& registers);
 std::uint16_t VolumeWord(std::uint32_t serial);
 // Without '-' and null characters, padded with '0' to whole groups, read as groups of up to
 // four characters between white space, each group's leading hex digits as one word.
-std::vector<std::uint16_t> MachineWords(const std::u16string& text);
+OVCORE_AUTOTEST_EXPORT std::vector<std::uint16_t> MachineWords(const std::u16string& text);
 // CRC-32 (reflected polynomial 0xEDB88320) starting from 0, complemented at the end.
 std::uint32_t Crc32(const std::uint8_t* bytes, std::size_t length);
 // The words of the identifier from its facts: data words, checksum, mixing and masking.
-std::vector<std::uint16_t> DeviceIdWords(const std::array<std::uint32_t, 4>& cpuid,
-                                         std::uint32_t volumeSerial, const AdapterList& adapters,
-                                         const std::u16string* machineGuid);
+OVCORE_AUTOTEST_EXPORT std::vector<std::uint16_t> DeviceIdWords(const std::array<std::uint32_t, 4>& cpuid,
+                                                                std::uint32_t volumeSerial,
+                                                                const AdapterList& adapters,
+                                                                const std::u16string* machineGuid);
 // Four upper-case hex digits per word, joined by "-".
-std::string DeviceIdText(const std::vector<std::uint16_t>& words);
+OVCORE_AUTOTEST_EXPORT std::string DeviceIdText(const std::vector<std::uint16_t>& words);
 
 // A machine-id file's text without its final newline; false when it cannot be read or holds
 // more than the 2048 characters a GUID value may have.

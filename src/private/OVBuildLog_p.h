@@ -1,5 +1,6 @@
 #pragma once
 
+#include "private/OVAutotestExport_p.h"
 #include <QString>
 
 // Every diagnostic of the library is one debug line of the form
@@ -8,11 +9,13 @@
 // within the project, with backslashes, so the line reads the same on every platform.
 namespace OVBuildLog {
 
-QString Format(const char* date, const char* time, int line, const QString& file, const QString& message);
-void Write(const char* date, const char* time, int line, const QString& file, const QString& message);
+OVCORE_AUTOTEST_EXPORT QString Format(const char* date, const char* time, int line, const QString& file,
+                                      const QString& message);
+OVCORE_AUTOTEST_EXPORT void Write(const char* date, const char* time, int line, const QString& file,
+                                  const QString& message);
 
 // The project-relative path of a source file given by __FILE__.
-QString SourcePath(const char* file);
+OVCORE_AUTOTEST_EXPORT QString SourcePath(const char* file);
 
 } // namespace OVBuildLog
 

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "OVCMSProfile.h"
+#include "private/OVAutotestExport_p.h"
 
 #include <QList>
 #include <QString>
 
 #include <mutex>
 
-class OVCMSManagerPrivate
+class OVCORE_AUTOTEST_EXPORT OVCMSManagerPrivate
 {
 public:
     OVCMSManagerPrivate() = default;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "private/OVAutotestExport_p.h"
 #include <QByteArray>
 #include <QString>
 
@@ -12,7 +13,7 @@
 // The text of the element that path names below the first "main" element, or a null string
 // when ":core" is missing, does not decode to XML, has no "main" or lacks the path. The
 // resource is read and parsed anew on every call.
-QString ReadCoreConfigValue(const QString& path);
+OVCORE_AUTOTEST_EXPORT QString ReadCoreConfigValue(const QString& path);
 
 // The same lookup over the given hexadecimal text instead of the resource.
-QString ReadCoreConfigValue(const QByteArray& hexText, const QString& path);
+OVCORE_AUTOTEST_EXPORT QString ReadCoreConfigValue(const QByteArray& hexText, const QString& path);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OVCoreExport.h"
+#include "private/OVAutotestExport_p.h"
 
 #include <QString>
 
@@ -34,7 +34,7 @@ public:
 
     // For tests: observer, when set, is told of every operation with its path. Null stops it.
     using Observer = void (*)(Operation operation, const QString& path);
-    static OVCORE_EXPORT void SetObserver(Observer observer);
+    static OVCORE_AUTOTEST_EXPORT void SetObserver(Observer observer);
 
 private:
     void Notify(Operation operation, const QString& path) const;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OVCoreExport.h"
+#include "private/OVAutotestExport_p.h"
 
 #include <QList>
 #include <QMap>
@@ -89,7 +89,7 @@ public:
 
     // Called on the draining thread just before it waits for a lent reader, so that a test can
     // tell when the pool waits.
-    static OVCORE_EXPORT void (*drainWaits)();
+    static OVCORE_AUTOTEST_EXPORT void (*drainWaits)();
 
 private:
     QMap<QString, ReaderPoolEntry*> byFormat;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "private/OVAutotestExport_p.h"
 #include <QByteArray>
 #include <QStringList>
 
@@ -7,11 +8,11 @@
 // big-endian) holding a 32-bit signed count followed by that many strings.
 namespace OVRecentList {
 
-QByteArray Encode(const QStringList& paths);
+OVCORE_AUTOTEST_EXPORT QByteArray Encode(const QStringList& paths);
 
 // At most limit strings of the stored list, in order. The bytes come from a file the user
 // can edit: a count or a string length is never trusted beyond the bytes present, and a
 // list that breaks off keeps the strings read before the break.
-QStringList Decode(const QByteArray& bytes, int limit);
+OVCORE_AUTOTEST_EXPORT QStringList Decode(const QByteArray& bytes, int limit);
 
 } // namespace OVRecentList

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "private/OVAutotestExport_p.h"
+
 #include <QSettings>
 #include <QString>
 #include <QVariant>
@@ -13,7 +15,7 @@
 // build-log line each. A file the library writes is repaired in place; an installation file,
 // which the library never writes, is read through a repaired copy. Further accesses to the same
 // version cost a stat.
-class OVSettingsFile
+class OVCORE_AUTOTEST_EXPORT OVSettingsFile
 {
 public:
     enum Use

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "private/OVAutotestExport_p.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QVector>
@@ -32,13 +34,13 @@ struct Damage
 };
 
 // The damaged parts of an INI file's text, in text order.
-QVector<Damage> Find(const QByteArray& text);
+OVCORE_AUTOTEST_EXPORT QVector<Damage> Find(const QByteArray& text);
 
 // The text with each damaged part replaced.
-QByteArray Repaired(const QByteArray& text, const QVector<Damage>& damages);
+OVCORE_AUTOTEST_EXPORT QByteArray Repaired(const QByteArray& text, const QVector<Damage>& damages);
 
 // Whether QSettings can turn one unescaped value (an element of a list on its own) into a
 // QVariant safely.
-bool IsSafeValue(const QString& value);
+OVCORE_AUTOTEST_EXPORT bool IsSafeValue(const QString& value);
 
 } // namespace OVSettingsScan

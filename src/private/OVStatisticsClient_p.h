@@ -1,5 +1,6 @@
 #pragma once
 
+#include "private/OVAutotestExport_p.h"
 #include "private/OVPostWorker_p.h"
 
 #include <QJsonDocument>
@@ -13,7 +14,7 @@ class QJsonObject;
 // One queued statistics post. Its JSON is put together on the worker thread, so that a caller
 // pays no more than the queue push; what is posted is what building it at queueing time would
 // have given, as the session is taken when the record is queued.
-struct StatisticsRecord
+struct OVCORE_AUTOTEST_EXPORT StatisticsRecord
 {
     enum Kind
     {
@@ -35,7 +36,7 @@ struct StatisticsRecord
 // application owns two: the events client, whose events carry the device id and the session,
 // and the identification client, whose identifications are completed with the facts of the
 // system when they are posted. A failed post is dropped silently.
-class StatisticsClient
+class OVCORE_AUTOTEST_EXPORT StatisticsClient
 {
 public:
     // The events client: the access key, the events endpoint and the event field, read from
