@@ -20,6 +20,10 @@ struct OVDemoHeadlessOptions
     QString feedback; // sent to the collector at the end when not empty
 };
 
+// Sets up the C library's allocator for a batch of large images. Call it before any thread
+// starts, that is before the application object is made.
+void OVDemoTuneHeadlessMemory();
+
 // Reads, adjusts and writes the files on worker threads and prints one line per file on
 // standard output, with a progress line on a terminal. SIGINT and SIGTERM stop the batch after
 // the files in flight. Returns the process exit status: 0 when every file was read (and

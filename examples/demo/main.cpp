@@ -59,6 +59,8 @@ int main(int argc, char** argv)
     // application object connects to one.
     const bool headless = HasArgument(argc, argv, {"--headless"});
     const bool help = HasArgument(argc, argv, {"--help", "-h", "-?", "--help-all"});
+    if (headless)
+        OVDemoTuneHeadlessMemory();
     if ((headless || help) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
