@@ -1,7 +1,10 @@
-// Statistics events and the identification, posted by the application's two clients to a real
-// HTTP server on 127.0.0.1 that the test's own ":core" names.
+// Statistics events and the identification, posted by the application's two clients, and the
+// endpoint messenger's posts, headers, authentication, errors with their log lines and shutdown:
+// against a real HTTP server on 127.0.0.1 that the test's own ":core" names, and against a real
+// TLS server nobody trusts.
 
 #include "OVApplication.h"
+#include "OVEndpointMessanger.h"
 #include "OVTestHttpServer.h"
 #include "OVTestSupport.h"
 #include "private/OVStatisticsClient_p.h"
@@ -13,7 +16,10 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLocale>
+#include <QNetworkReply>
+#include <QSemaphore>
 #include <QSettings>
+#include <QSslError>
 #include <QUrlQuery>
 #include <qpa/qplatformscreen.h>
 #include <qpa/qwindowsysteminterface.h>
@@ -23,6 +29,8 @@
 #include <thread>
 
 using OVTest::HttpServer;
+using Answer = HttpServer::Answer;
+Q_DECLARE_METATYPE(Answer)
 
 namespace {
 constexpr int kWaitMs = 60000;
@@ -50,6 +58,11 @@ QList<QJsonObject> Posted(const QByteArray& path)
     return found;
 }
 
+QJsonDocument Doc(int seq)
+{
+    return QJsonDocument(QJsonObject{{"seq", seq}, {"text", "a&b=c+d %41"}});
+}
+
 // A screen that comes and changes through the platform interface, as a platform plug-in's
 // screens do. It notes whether its scale is asked for off the GUI thread.
 struct TestScreen : QPlatformScreen
@@ -71,7 +84,7 @@ std::atomic<bool> TestScreen::offGuiThread{false};
 
 } // namespace
 
-class TestStatistics : public QObject
+class TestTelemetry : public QObject
 {
     Q_OBJECT
 
@@ -148,11 +161,12 @@ private slots:
         QCOMPARE(form.size(), 2);
         QCOMPARE(form[0].first, QStringLiteral("api_key"));
         QCOMPARE(form[1].first, QStringLiteral("ident_json"));
+        // The screen is the offscreen platform's one.
         const QJsonObject user{{"plan", "pro"},
                                {"channel", "store"},
                                {"email", "Unknown"},
                                {"start_version", "2.8"},
-                               {"screen_resolution", QJsonArray{"800x600"}}, // the offscreen platform's one
+                               {"screen_resolution", QJsonArray{"800x600"}},
                                {"screen_scaling", QJsonArray{"100"}},
                                {"system_locale", QLocale::system().name()},
                                {"system_region", GetSystemRegion()}};
@@ -186,7 +200,7 @@ private slots:
     void screenChanges()
     {
         QFETCH(QStringList, steps);
-        s_server->SetAnswer("/identify", HttpServer::Answer::Hold);
+        s_server->SetAnswer("/identify", Answer::Hold);
         OVApplication::SendIdentificationEvent("before", "", "", "");
         QVERIFY(s_server->WaitForRequests(1, kWaitMs));
         OVApplication::SendIdentificationEvent("after", "", "", "");
@@ -209,7 +223,7 @@ private slots:
             }
             QWindowSystemInterface::flushWindowSystemEvents();
         }
-        s_server->SetAnswer("/identify", HttpServer::Answer::Ok);
+        s_server->SetAnswer("/identify", Answer::Ok);
         s_server->Release();
         QVERIFY(s_server->WaitForRequests(2, kWaitMs));
         if (screen)
@@ -226,27 +240,10 @@ private slots:
         QVERIFY(!TestScreen::offGuiThread);
     }
 
-    // A client pointed at a TLS server nobody trusts drops its events without a word.
-    void tlsDropsSilently()
-    {
-        OVTest::TlsServer server;
-        const QString failure = server.Start("IP:127.0.0.1");
-        QVERIFY2(failure.isEmpty(), qPrintable(failure));
-        OVTest::LogCapture log;
-        {
-            StatisticsClient client("key", server.Url("/events"), "event_json");
-            client.EnqueueEvent("tls", 1);
-            client.EnqueueEvent("tls", 2);
-            // The server notes each client that hung up on it after the handshake.
-            QVERIFY(server.WaitForOutput(":error:", 2));
-        }
-        QCOMPARE(log.Messages(), QStringList());
-    }
-
     void sessions()
     {
         // A is held by the server while B waits in the queue; C comes after the change.
-        s_server->SetAnswer("/events", HttpServer::Answer::Hold);
+        s_server->SetAnswer("/events", Answer::Hold);
         OVApplication::SendStatisticsEvent("A", 1);
         QVERIFY(s_server->WaitForRequests(1, kWaitMs));
         OVApplication::SendStatisticsEvent("B", 2);
@@ -258,7 +255,7 @@ private slots:
         OVApplication::ChangeStatisticsSession();
         OVApplication::SendStatisticsEvent("C", 3);
         const qint64 changed = QDateTime::currentMSecsSinceEpoch();
-        s_server->SetAnswer("/events", HttpServer::Answer::Ok);
+        s_server->SetAnswer("/events", Answer::Ok);
         s_server->Release();
         QVERIFY(s_server->WaitForRequests(3, kWaitMs));
 
@@ -270,6 +267,8 @@ private slots:
         QVERIFY(after >= changing && after <= changed);
     }
 
+    // The post queue, which the messenger shares with the statistics clients, keeps each thread's
+    // order.
     void orderAcrossThreads()
     {
         constexpr int kThreads = 8, kEach = 25;
@@ -306,6 +305,208 @@ private slots:
         QCOMPARE(Posted("/identify").value(0)["user_properties"].toObject()["plan"].toString(),
                  QStringLiteral("on"));
     }
+
+    // A statistics client pointed at a TLS server nobody trusts drops its events without a word.
+    void statisticsOverTls()
+    {
+        OVTest::TlsServer server;
+        const QString failure = server.Start("IP:127.0.0.1");
+        QVERIFY2(failure.isEmpty(), qPrintable(failure));
+        OVTest::LogCapture log;
+        {
+            StatisticsClient client("key", server.Url("/events"), "event_json");
+            client.EnqueueEvent("tls", 1);
+            client.EnqueueEvent("tls", 2);
+            // The server notes each client that hung up on it after the handshake.
+            QVERIFY(server.WaitForOutput(":error:", 2));
+        }
+        QCOMPARE(log.Messages(), QStringList());
+    }
+
+    void messengerEndpointIds()
+    {
+        OVEndpointMessanger messenger;
+        for (unsigned int i = 0; i < 3; ++i)
+            QCOMPARE(messenger.RegisterEndpoint(s_server->Url("/ids"), {}, {}, {}), i);
+        QStringList calls;
+        QSemaphore done;
+        QVERIFY(!messenger.PostMessage(3, Doc(3), [&](const QByteArray&) { calls << "3"; }));
+        // An empty callback is skipped; the next post shows that the queue went on past it.
+        QVERIFY(messenger.PostMessage(0, Doc(0), {}));
+        QVERIFY(messenger.PostMessage(2, Doc(2), [&](const QByteArray&) { calls << "2", done.release(); }));
+        QVERIFY(done.tryAcquire(1, kWaitMs));
+        QCOMPARE(calls, QStringList{"2"});
+        QCOMPARE(s_server->Requests().size(), 2);
+    }
+
+    void messengerPost_data()
+    {
+        QTest::addColumn<QString>("url");
+        QTest::addColumn<Answer>("answer");
+        QTest::addColumn<QByteArray>("served");
+        QTest::addColumn<QString>("user");
+        QTest::addColumn<QString>("contentType");
+        QTest::addColumn<int>("requests");
+        QTest::addColumn<QByteArray>("body"); // what the callback receives
+        QTest::addColumn<int>("error");       // logged error code, -1 for none
+        const QByteArray huge(32 << 20, 'x');
+        QTest::newRow("json") << "/a" << Answer::Ok << QByteArray("hello") << ""
+                              << "application/json" << 1 << QByteArray("hello") << -1;
+        QTest::newRow("gigantic") << "/c" << Answer::Ok << huge << ""
+                                  << "" << 1 << huge << -1;
+        // Qt marks an HTTP error status only once the body has arrived, so the body gets through.
+        QTest::newRow("500") << "/d" << Answer::ServerError << QByteArray("boom") << ""
+                             << "" << 1 << QByteArray("boom") << int(QNetworkReply::InternalServerError);
+        QTest::newRow("auth") << "/e" << Answer::BasicAuth << QByteArray("in") << "alice"
+                              << "" << 2 << QByteArray("in") << -1;
+        QTest::newRow("auth, no user")
+            << "/f" << Answer::BasicAuth << QByteArray("in") << ""
+            << "" << 1 << QByteArray() << int(QNetworkReply::AuthenticationRequiredError);
+        QTest::newRow("closed") << "/g" << Answer::CloseMidReply << QByteArray("part") << ""
+                                << "" << 1 << QByteArray("part") << int(QNetworkReply::RemoteHostClosedError);
+        QTest::newRow("garbage url") << "::garbage" << Answer::Ok << QByteArray() << ""
+                                     << "" << 0 << QByteArray() << int(QNetworkReply::ProtocolUnknownError);
+    }
+
+    void messengerPost()
+    {
+        QFETCH(QString, url);
+        QFETCH(Answer, answer);
+        QFETCH(QByteArray, served);
+        QFETCH(QString, user);
+        QFETCH(QString, contentType);
+        QFETCH(int, requests);
+        QFETCH(int, error);
+
+        s_server->SetAnswer(url.toUtf8(), answer, served);
+        OVTest::LogCapture log;
+        OVEndpointMessanger messenger;
+        const unsigned int id = messenger.RegisterEndpoint(url.startsWith('/') ? s_server->Url(url) : url,
+                                                           user, QStringLiteral("s3cret"), contentType);
+        QByteArray received;
+        QThread* callbackThread = nullptr;
+        QSemaphore done;
+        QVERIFY(messenger.PostMessage(id, Doc(1), [&](const QByteArray& b) {
+            received = b, callbackThread = QThread::currentThread(), done.release();
+        }));
+        QVERIFY(done.tryAcquire(1, kWaitMs));
+
+        QTEST(received, "body");
+        QVERIFY(callbackThread != QCoreApplication::instance()->thread());
+        const QList<OVTest::HttpRequest> got = s_server->Requests();
+        QCOMPARE(got.size(), requests);
+        if (requests > 0) {
+            QCOMPARE(got.last().method + ' ' + got.last().body, "POST " + Doc(1).toJson());
+            QCOMPARE(got.last().Header("Content-Type"), contentType.isEmpty()
+                                                            ? QByteArray("application/x-www-form-urlencoded")
+                                                            : contentType.toUtf8());
+            QCOMPARE(got.last().Header("Authorization"),
+                     user.isEmpty() ? QByteArray() : "Basic " + QByteArray("alice:s3cret").toBase64());
+        }
+        // Two lines: the code, then the reply's error text.
+        const QStringList lines = log.Matching(QStringLiteral("Build date="));
+        const int at = lines.indexOf(OVTest::BuildLogLine(QStringLiteral("src\\OVEndpointMessanger.cpp"),
+                                                          QStringLiteral("Send event error: %1").arg(error)));
+        QCOMPARE(at >= 0, error >= 0);
+        QCOMPARE(log.Matching(QStringLiteral("Send event error")).size(), error >= 0 ? 1 : 0);
+        if (at >= 0)
+            QVERIFY(lines.value(at + 1).contains(QStringLiteral("OVEndpointMessanger.cpp")));
+    }
+
+    // The messenger against a TLS server whose self-signed certificate nobody trusts: each TLS
+    // error is logged with its text, then the failure, and the callback gets the empty body.
+    void messengerTls_data()
+    {
+        QTest::addColumn<QString>("altName");
+        QTest::addColumn<QList<int>>("errors"); // in the order Qt reports them
+        QTest::newRow("self-signed") << "IP:127.0.0.1" << QList<int>{QSslError::SelfSignedCertificate};
+        QTest::newRow("self-signed, another host")
+            << "DNS:elsewhere.invalid"
+            << QList<int>{QSslError::HostNameMismatch, QSslError::SelfSignedCertificate};
+    }
+
+    void messengerTls()
+    {
+        QFETCH(QString, altName);
+        QFETCH(QList<int>, errors);
+        OVTest::TlsServer server;
+        const QString failure = server.Start(altName);
+        QVERIFY2(failure.isEmpty(), qPrintable(failure));
+        OVTest::LogCapture log;
+        OVEndpointMessanger messenger;
+        const unsigned int id = messenger.RegisterEndpoint(server.Url("/tls"), {}, {}, "application/json");
+        QByteArray received("unset");
+        QSemaphore done;
+        QVERIFY(
+            messenger.PostMessage(id, Doc(0), [&](const QByteArray& b) { received = b, done.release(); }));
+        QVERIFY(done.tryAcquire(1, kWaitMs));
+        QCOMPARE(received, QByteArray());
+
+        // The whole sequence: the TLS errors, the failure's code and the reply's error text.
+        QStringList expected;
+        for (int error : errors)
+            expected << QSslError(QSslError::SslError(error)).errorString();
+        expected << QStringLiteral("Send event error: %1").arg(int(QNetworkReply::SslHandshakeFailedError))
+                 << QStringLiteral("SSL handshake failed");
+        const QStringList lines = log.Matching(QStringLiteral("Build date="));
+        QCOMPARE(lines.size(), expected.size());
+        for (int i = 0; i < expected.size(); ++i)
+            QVERIFY2(OVTest::BuildLogLine(QStringLiteral("src\\OVEndpointMessanger.cpp"), expected[i])
+                         .match(lines[i])
+                         .hasMatch(),
+                     qPrintable(lines[i]));
+    }
+
+    void messengerShutdown_data()
+    {
+        QTest::addColumn<bool>("hold");
+        QTest::addColumn<bool>("release");
+        QTest::addColumn<int>("callbacks"); // -1: any number up to all
+        QTest::addColumn<int>("requests");
+        // The post in flight is answered while the destructor waits: the drain goes on to the end.
+        QTest::newRow("answered") << true << true << 3 << 3;
+        // Never answered: the destructor still returns; the aborted post reports, the rest is dropped.
+        QTest::newRow("never answered") << true << false << 1 << 1;
+        // Destroyed at once: each post is either sent with its callback or dropped without it.
+        QTest::newRow("at once") << false << false << -1 << -1;
+    }
+
+    void messengerShutdown()
+    {
+        QFETCH(bool, hold);
+        QFETCH(bool, release);
+        QFETCH(int, callbacks);
+        QFETCH(int, requests);
+
+        s_server->SetAnswer("/held", hold ? Answer::Hold : Answer::Ok);
+        auto messenger = std::make_unique<OVEndpointMessanger>();
+        const unsigned int id = messenger->RegisterEndpoint(s_server->Url("/held"), {}, {}, {});
+        std::atomic<int> called{0};
+        std::atomic<bool> returned{false};
+        std::atomic<int> late{0};
+        for (int i = 0; i < 3; ++i)
+            messenger->PostMessage(id, Doc(i), [&](const QByteArray&) { ++called, late += returned.load(); });
+        if (hold)
+            QVERIFY(s_server->WaitForRequests(1, kWaitMs));
+        std::thread releaser;
+        if (release)
+            releaser = std::thread([] {
+                s_server->SetAnswer("/held", Answer::Ok);
+                s_server->Release();
+            });
+        messenger.reset();
+        returned = true;
+        if (releaser.joinable())
+            releaser.join();
+        s_server->Release();
+
+        if (callbacks >= 0)
+            QCOMPARE(called.load(), callbacks);
+        if (requests >= 0)
+            QCOMPARE(s_server->Requests().size(), requests);
+        QVERIFY(called <= s_server->Requests().size());
+        QCOMPARE(late.load(), 0);
+    }
 };
 
 int main(int argc, char** argv)
@@ -321,21 +522,21 @@ int main(int argc, char** argv)
     s_server = &server;
     if (!server.Start(socket))
         qFatal("Cannot start the statistics server");
-    TestStatistics test;
+    TestTelemetry test;
     QTEST_SET_MAIN_SOURCE_PATH
     int failures = QTest::qExec(&test, argc, argv);
 
     // Shutdown: the post in flight is answered while the application object goes, and the
     // drain it belongs to posts the events queued behind it before the destructor returns.
     server.Clear();
-    server.SetAnswer("/events", HttpServer::Answer::Hold);
+    server.SetAnswer("/events", Answer::Hold);
     OVApplication::SendStatisticsEvent("last", 0);
     if (!server.WaitForRequests(1, kWaitMs))
         ++failures;
     OVApplication::SendStatisticsEvent("last", 1);
     OVApplication::SendStatisticsEvent("last", 2);
     std::thread releaser([&server] {
-        server.SetAnswer("/events", HttpServer::Answer::Ok);
+        server.SetAnswer("/events", Answer::Ok);
         server.Release();
     });
     app.reset();
@@ -347,4 +548,4 @@ int main(int argc, char** argv)
     return failures;
 }
 
-#include "tst_statistics.moc"
+#include "tst_telemetry.moc"
