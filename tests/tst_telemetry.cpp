@@ -28,6 +28,7 @@
 #include <memory>
 #include <thread>
 
+using A = OVApplication;
 using OVTest::HttpServer;
 using Answer = HttpServer::Answer;
 Q_DECLARE_METATYPE(Answer)
@@ -124,11 +125,11 @@ private slots:
         QFETCH(QJsonObject, expected);
 
         if (overload == 0)
-            OVApplication::SendStatisticsEvent(doc);
+            A::SendStatisticsEvent(doc);
         else if (overload == 1)
-            OVApplication::SendStatisticsEvent("open", 7);
+            A::SendStatisticsEvent("open", 7);
         else
-            OVApplication::SendStatisticsEvent("open", 7, properties.toStdMap());
+            A::SendStatisticsEvent("open", 7, properties.toStdMap());
         QVERIFY(s_server->WaitForRequests(1, kWaitMs));
         const OVTest::HttpRequest request = s_server->Requests().value(0);
         QCOMPARE(request.path, QByteArray("/events"));
@@ -150,10 +151,10 @@ private slots:
     void identification()
     {
         // A language folder without translations still makes its language the current one.
-        QVERIFY(QDir(OVApplication::GetResourcePath()).mkpath("translations/de.lproj"));
-        OVApplication::GetInstance()->LoadLanguage("de");
+        QVERIFY(QDir(A::GetResourcePath()).mkpath("translations/de.lproj"));
+        A::GetInstance()->LoadLanguage("de");
         // Without an e-mail address the user is "Unknown".
-        OVApplication::SendIdentificationEvent("pro", "store", "", "2.8");
+        A::SendIdentificationEvent("pro", "store", "", "2.8");
         QVERIFY(s_server->WaitForRequests(1, kWaitMs));
         const OVTest::HttpRequest request = s_server->Requests().value(0);
         QCOMPARE(request.path, QByteArray("/identify"));
@@ -170,13 +171,10 @@ private slots:
                                {"screen_scaling", QJsonArray{"100"}},
                                {"system_locale", QLocale::system().name()},
                                {"system_region", GetSystemRegion()}};
-        const QJsonObject expected{{"app_version", "2.9.0.8191"},
-                                   {"device_id", MakeDeviceId()},
-                                   {"platform", "Windows"},
-                                   {"os_name", "Windows"},
-                                   {"os_version", OVApplication::GetOSVersionString()},
-                                   {"language", "de"},
-                                   {"user_properties", user}};
+        const QJsonObject expected{
+            {"app_version", "2.9.0.8191"}, {"device_id", MakeDeviceId()},           {"platform", "Windows"},
+            {"os_name", "Windows"},        {"os_version", A::GetOSVersionString()}, {"language", "de"},
+            {"user_properties", user}};
         QCOMPARE(Payload(request), expected);
     }
 
@@ -201,9 +199,9 @@ private slots:
     {
         QFETCH(QStringList, steps);
         s_server->SetAnswer("/identify", Answer::Hold);
-        OVApplication::SendIdentificationEvent("before", "", "", "");
+        A::SendIdentificationEvent("before", "", "", "");
         QVERIFY(s_server->WaitForRequests(1, kWaitMs));
-        OVApplication::SendIdentificationEvent("after", "", "", "");
+        A::SendIdentificationEvent("after", "", "", "");
 
         auto* screen = new TestScreen; // Qt's once added; deleted with its removal
         for (const QString& step : steps) {
@@ -244,16 +242,16 @@ private slots:
     {
         // A is held by the server while B waits in the queue; C comes after the change.
         s_server->SetAnswer("/events", Answer::Hold);
-        OVApplication::SendStatisticsEvent("A", 1);
+        A::SendStatisticsEvent("A", 1);
         QVERIFY(s_server->WaitForRequests(1, kWaitMs));
-        OVApplication::SendStatisticsEvent("B", 2);
+        A::SendStatisticsEvent("B", 2);
         const qint64 before = qint64(Posted("/events").value(0)["session_id"].toDouble());
         // The new session must differ from the old one: let the clock pass it first.
         while (QDateTime::currentMSecsSinceEpoch() <= before) {
         }
         const qint64 changing = QDateTime::currentMSecsSinceEpoch();
-        OVApplication::ChangeStatisticsSession();
-        OVApplication::SendStatisticsEvent("C", 3);
+        A::ChangeStatisticsSession();
+        A::SendStatisticsEvent("C", 3);
         const qint64 changed = QDateTime::currentMSecsSinceEpoch();
         s_server->SetAnswer("/events", Answer::Ok);
         s_server->Release();
@@ -276,7 +274,7 @@ private slots:
         for (int t = 0; t < kThreads; ++t)
             threads.emplace_back([t] {
                 for (int i = 0; i < kEach; ++i)
-                    OVApplication::SendStatisticsEvent(QString::number(t), i);
+                    A::SendStatisticsEvent(QString::number(t), i);
             });
         for (std::thread& thread : threads)
             thread.join();
@@ -289,17 +287,17 @@ private slots:
 
     void optOut()
     {
-        QVERIFY(OVApplication::IsStatisticsEnabled());
-        OVApplication::SetStatisticsEnabled(false);
-        QCOMPARE(QSettings(OVApplication::GetUserDataFolder() + "/user.ini", QSettings::IniFormat)
-                     .value("Statistics/Enabled"),
-                 QVariant("false"));
-        OVApplication::SendStatisticsEvent("off", 0);
-        OVApplication::SendIdentificationEvent("off", "", "", "");
-        OVApplication::SetStatisticsEnabled(true);
+        QVERIFY(A::IsStatisticsEnabled());
+        A::SetStatisticsEnabled(false);
+        QCOMPARE(
+            QSettings(A::GetUserDataFolder() + "/user.ini", QSettings::IniFormat).value("Statistics/Enabled"),
+            QVariant("false"));
+        A::SendStatisticsEvent("off", 0);
+        A::SendIdentificationEvent("off", "", "", "");
+        A::SetStatisticsEnabled(true);
         // Each client posts in queue order, so what comes first shows what was queued.
-        OVApplication::SendStatisticsEvent("on", 1);
-        OVApplication::SendIdentificationEvent("on", "", "", "");
+        A::SendStatisticsEvent("on", 1);
+        A::SendIdentificationEvent("on", "", "", "");
         QVERIFY(s_server->WaitForRequests(2, kWaitMs));
         QCOMPARE(Posted("/events").value(0)["event_type"].toString(), QStringLiteral("on"));
         QCOMPARE(Posted("/identify").value(0)["user_properties"].toObject()["plan"].toString(),
@@ -517,7 +515,7 @@ int main(int argc, char** argv)
     if (socket < 0 || !OVTest::RegisterTelemetryConfig(port))
         qFatal("Cannot prepare the statistics server and its configuration");
 
-    auto app = std::make_unique<OVApplication>(argc, argv);
+    auto app = std::make_unique<A>(argc, argv);
     HttpServer server;
     s_server = &server;
     if (!server.Start(socket))
@@ -530,11 +528,11 @@ int main(int argc, char** argv)
     // drain it belongs to posts the events queued behind it before the destructor returns.
     server.Clear();
     server.SetAnswer("/events", Answer::Hold);
-    OVApplication::SendStatisticsEvent("last", 0);
+    A::SendStatisticsEvent("last", 0);
     if (!server.WaitForRequests(1, kWaitMs))
         ++failures;
-    OVApplication::SendStatisticsEvent("last", 1);
-    OVApplication::SendStatisticsEvent("last", 2);
+    A::SendStatisticsEvent("last", 1);
+    A::SendStatisticsEvent("last", 2);
     std::thread releaser([&server] {
         server.SetAnswer("/events", Answer::Ok);
         server.Release();

@@ -16,15 +16,9 @@
 #include <memory>
 #include <utility>
 
-#ifdef Q_OS_WIN
-#include <winsock2.h>
-#include <ws2tcpip.h>
-#else
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
-#include <unistd.h>
-#endif
 
 namespace OVTest {
 
