@@ -64,6 +64,21 @@ QJsonDocument Doc(int seq)
     return QJsonDocument(QJsonObject{{"seq", seq}, {"text", "a&b=c+d %41"}});
 }
 
+// Posts Doc(1) through a messenger of its own and waits for the callback: the body it received
+// and whether it ran on the GUI thread; "no callback" if it did not run.
+QPair<QByteArray, bool> PostOne(const QString& url, const QString& user, const QString& contentType)
+{
+    OVEndpointMessanger messenger;
+    const unsigned int id = messenger.RegisterEndpoint(url, user, QStringLiteral("s3cret"), contentType);
+    QPair<QByteArray, bool> received{"no callback", false};
+    QSemaphore done;
+    messenger.PostMessage(id, Doc(1), [&](const QByteArray& b) {
+        received = {b, QThread::currentThread() == qApp->thread()}, done.release();
+    });
+    done.tryAcquire(1, kWaitMs);
+    return received;
+}
+
 // A screen that comes and changes through the platform interface, as a platform plug-in's
 // screens do. It notes whether its scale is asked for off the GUI thread.
 struct TestScreen : QPlatformScreen
@@ -378,19 +393,10 @@ private slots:
 
         s_server->SetAnswer(url.toUtf8(), answer, served);
         OVTest::LogCapture log;
-        OVEndpointMessanger messenger;
-        const unsigned int id = messenger.RegisterEndpoint(url.startsWith('/') ? s_server->Url(url) : url,
-                                                           user, QStringLiteral("s3cret"), contentType);
-        QByteArray received;
-        QThread* callbackThread = nullptr;
-        QSemaphore done;
-        QVERIFY(messenger.PostMessage(id, Doc(1), [&](const QByteArray& b) {
-            received = b, callbackThread = QThread::currentThread(), done.release();
-        }));
-        QVERIFY(done.tryAcquire(1, kWaitMs));
-
+        const auto [received, onGuiThread] =
+            PostOne(url.startsWith('/') ? s_server->Url(url) : url, user, contentType);
         QTEST(received, "body");
-        QVERIFY(callbackThread != QCoreApplication::instance()->thread());
+        QVERIFY(!onGuiThread);
         const QList<OVTest::HttpRequest> got = s_server->Requests();
         QCOMPARE(got.size(), requests);
         if (requests > 0) {
@@ -431,14 +437,7 @@ private slots:
         const QString failure = server.Start(altName);
         QVERIFY2(failure.isEmpty(), qPrintable(failure));
         OVTest::LogCapture log;
-        OVEndpointMessanger messenger;
-        const unsigned int id = messenger.RegisterEndpoint(server.Url("/tls"), {}, {}, "application/json");
-        QByteArray received("unset");
-        QSemaphore done;
-        QVERIFY(
-            messenger.PostMessage(id, Doc(0), [&](const QByteArray& b) { received = b, done.release(); }));
-        QVERIFY(done.tryAcquire(1, kWaitMs));
-        QCOMPARE(received, QByteArray());
+        QCOMPARE(PostOne(server.Url("/tls"), {}, "application/json").first, QByteArray());
 
         // The whole sequence: the TLS errors, the failure's code and the reply's error text.
         QStringList expected;
