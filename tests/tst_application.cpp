@@ -1,15 +1,23 @@
-// The application object: identity, start-up, resource folder, signals and their order.
+// The application object: identity, start-up, resource folder, signals and their order, the
+// build-log line, and the platform information it gives.
 
 #include "OVApplication.h"
 #include "OVPixelRatioRound.h"
 #include "OVTestSupport.h"
+#include "private/OVBuildLog_p.h"
 
 #include <QAction>
 #include <QDir>
+#include <QLoggingCategory>
+#include <QRegularExpression>
+#include <QSysInfo>
+
+using A = OVApplication;
 
 namespace {
 // Lines written while the application object was being constructed.
 OVTest::LogCapture* s_startupLog = nullptr;
+QStringList s_categories;
 } // namespace
 
 class TestApplication : public QObject
@@ -17,23 +25,27 @@ class TestApplication : public QObject
     Q_OBJECT
 
 private slots:
-    void startupFoldersAndAttributes()
+    // Must stay the process's first calls: the kept name lives as long as the process.
+    void osNameKeepsFirstResult()
     {
-        QCOMPARE(OVApplication::GetInstance(), qobject_cast<OVApplication*>(qApp));
-        const QString sandbox = OVTest::SandboxPath();
-        const QString dataFolder = sandbox + QStringLiteral("/appdata/Tamsendo/Orvelin");
-        const QString userDataFolder = sandbox + QStringLiteral("/home/AppData/Local/Tamsendo/Orvelin");
+        QCOMPARE(A::GetOSName(A::OSVersion(13), A::Workstation), QString());
+        QCOMPARE(A::GetOSName(A::Windows7, A::Server), QStringLiteral("Windows7Server"));
+        QCOMPARE(A::GetOSName(A::Windows10, A::Workstation), QStringLiteral("Windows7Server"));
+    }
 
-        QCOMPARE(OVApplication::GetDataFolder(), dataFolder);
-        QCOMPARE(OVApplication::GetUserDataFolder(), userDataFolder);
+    void startup()
+    {
+        QCOMPARE(A::GetInstance(), qobject_cast<A*>(qApp));
+        const QString dataFolder = OVTest::SandboxPath() + QStringLiteral("/appdata/Tamsendo/Orvelin");
+        const QString userDataFolder =
+            OVTest::SandboxPath() + QStringLiteral("/home/AppData/Local/Tamsendo/Orvelin");
+        QCOMPARE(A::GetDataFolder(), dataFolder);
+        QCOMPARE(A::GetUserDataFolder(), userDataFolder);
         // Only the user data folder is made at start-up.
         QVERIFY(QFileInfo(userDataFolder).isDir());
         QVERIFY(!QFileInfo::exists(dataFolder));
         QVERIFY(!QFileInfo::exists(userDataFolder + QStringLiteral("/user.ini")));
-    }
 
-    void startupLogsPixelRatio()
-    {
         const qreal ratio = qApp->devicePixelRatio();
         QCOMPARE(OVPixelRatioRound::GetPixelRatio(), ratio);
         QCOMPARE(s_startupLog->Messages()
@@ -51,24 +63,22 @@ private slots:
 
         // Without a sibling Resources folder the application folder serves, and says so.
         OVTest::LogCapture log;
-        QCOMPARE(OVApplication::GetResourcePath(), QDir(appDir).absolutePath());
+        QCOMPARE(A::GetResourcePath(), QDir(appDir).absolutePath());
         QVERIFY(QDir().mkpath(resources));
-        QCOMPARE(OVApplication::GetResourcePath(), resources);
-        QCOMPARE(log.Messages().size(), 1);
+        QCOMPARE(A::GetResourcePath(), resources);
         QCOMPARE(log.Messages().filter(
                      OVTest::BuildLogLine("src\\OVApplication.cpp", "The Resouces folder does not exist")),
                  log.Messages());
+        QCOMPARE(log.Messages().size(), 1);
         QVERIFY(QDir(resources).removeRecursively());
     }
 
     void signalSequence()
     {
-        OVApplication* app = OVApplication::GetInstance();
+        A* app = A::GetInstance();
         OVTest::SignalLog log;
-        log.RecordByName(app, &OVApplication::RecentColorChanged, &OVApplication::RecentPickerChanged,
-                         &OVApplication::RefineSelectionRegistered, &OVApplication::FlushPluginData,
-                         &OVApplication::AboutActivated, &OVApplication::AboutDeactivated);
-
+        log.RecordByName(app, &A::RecentColorChanged, &A::RecentPickerChanged, &A::RefineSelectionRegistered,
+                         &A::FlushPluginData, &A::AboutActivated, &A::AboutDeactivated);
         QAction refineA, refineB;
         refineA.setObjectName(QStringLiteral("A"));
         refineB.setObjectName(QStringLiteral("B"));
@@ -82,7 +92,7 @@ private slots:
         app->SetRecentPicker(QColor(Qt::red));
         app->SetRecentPicker(QColor(Qt::blue));
         app->SetRecentColor(QColor());
-        OVApplication::FlushData();
+        A::FlushData();
         for (QEvent::Type type :
              {QEvent::ApplicationActivate, QEvent::ApplicationStateChange, QEvent::ApplicationDeactivate}) {
             QEvent event(type);
@@ -91,12 +101,73 @@ private slots:
         app->RegisterRefineSelectionAction(nullptr);
         app->RegisterRefineSelectionAction(nullptr);
 
-        const QStringList expected = OVTest::Words(
-            "RefineSelectionRegistered(A) RefineSelectionRegistered(B) RecentColorChanged(#ffff0000) "
-            "RecentPickerChanged(#ffff0000) RecentPickerChanged(#ff0000ff) RecentColorChanged(invalid) "
-            "FlushPluginData() AboutActivated() AboutDeactivated() RefineSelectionRegistered(null)");
-        QCOMPARE(log.Entries(), expected);
+        QCOMPARE(log.Entries(),
+                 OVTest::Words("RefineSelectionRegistered(A) RefineSelectionRegistered(B) "
+                               "RecentColorChanged(#ffff0000) RecentPickerChanged(#ffff0000) "
+                               "RecentPickerChanged(#ff0000ff) RecentColorChanged(invalid) FlushPluginData() "
+                               "AboutActivated() AboutDeactivated() RefineSelectionRegistered(null)"));
         QCOMPARE(app->GetRefineSelection(), nullptr);
+    }
+
+    void buildLogLine()
+    {
+        OVTest::LogCapture log;
+        // The message is filled last, so place markers in it are left alone.
+        OV_BUILD_LOG_AT(285, QStringLiteral("src\\private\\OVImageFileManager_p.cpp"),
+                        QStringLiteral("w %9"));
+        QCOMPARE(log.Messages(),
+                 QStringList{QStringLiteral("\"Build date=%1, time=%2. Line=285, "
+                                            "file=\\\"src\\\\private\\\\OVImageFileManager_p.cpp\\\". w %9\"")
+                                 .arg(QString::fromLatin1(__DATE__), QString::fromLatin1(__TIME__))});
+
+        // Every line is a debug message of the "ovcore" category, which the logging rules can
+        // silence.
+        const QtMessageHandler previous =
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext& context, const QString&) {
+                s_categories << QString::fromLatin1(context.category);
+            });
+        OV_BUILD_LOG(QStringLiteral("one"));
+        QLoggingCategory::setFilterRules(QStringLiteral("ovcore.debug=false"));
+        OV_BUILD_LOG(QStringLiteral("two"));
+        QLoggingCategory::setFilterRules(QString());
+        qInstallMessageHandler(previous);
+        QCOMPARE(s_categories, QStringList{"ovcore"});
+    }
+
+    void buildLogSourcePath_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("private") << QStringLiteral(OVCORE_SOURCE_ROOT "src/private/OVApplication_p.cpp")
+                                 << QStringLiteral("src\\private\\OVApplication_p.cpp");
+        QTest::newRow("relative to the build")
+            << QStringLiteral("../../src/OVApplication.cpp") << QStringLiteral("src\\OVApplication.cpp");
+        QTest::newRow("outside") << QStringLiteral("/elsewhere/x.cpp")
+                                 << QStringLiteral("\\elsewhere\\x.cpp");
+    }
+    void buildLogSourcePath()
+    {
+        QFETCH(QString, file);
+        QTEST(OVBuildLog::SourcePath(file.toUtf8().constData()), "expected");
+    }
+
+    void osVersion()
+    {
+#ifdef Q_OS_WIN
+        QSKIP("The Windows answers are checked by the platform layer's own test program");
+#endif
+        // No Windows version here: no name and no version line, and the kernel's numbers.
+        OVTest::LogCapture log;
+        QCOMPARE(A::GetOSVersion(), A::Unknown);
+        QVERIFY(log.Matching(QStringLiteral("Version ")).isEmpty());
+        const QRegularExpressionMatch kernel =
+            QRegularExpression(QStringLiteral("^(\\d+)(?:\\.(\\d+))?(?:\\.(\\d+))?"))
+                .match(QSysInfo::kernelVersion());
+        QCOMPARE(A::GetOSVersionString(), QStringLiteral("%1.%2.%3")
+                                              .arg(kernel.captured(1).toInt())
+                                              .arg(kernel.captured(2).toInt())
+                                              .arg(kernel.captured(3).toInt()));
+        QCOMPARE(A::GetOSType(), A::Workstation);
     }
 };
 
@@ -105,7 +176,7 @@ int main(int argc, char** argv)
     OVTest::IsolateEnvironment();
     OVTest::LogCapture startupLog;
     s_startupLog = &startupLog;
-    OVApplication app(argc, argv);
+    A app(argc, argv);
     TestApplication test;
     QTEST_SET_MAIN_SOURCE_PATH
     return QTest::qExec(&test, argc, argv);

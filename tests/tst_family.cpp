@@ -1,4 +1,5 @@
-// The sibling libraries: ICC profiles read with Little CMS, and the pixel-ratio rounding.
+// The sibling libraries: ICC profiles read with Little CMS (bad files and the RGB profiles
+// of a folder are the colour profile manager's test), and the pixel-ratio rounding.
 
 #include "OVCMSProfile.h"
 #include "OVPixelRatioRound.h"
@@ -21,9 +22,7 @@ private slots:
         QTest::newRow("sRGB") << OVTest::MakeProfile("sRGB") << true << quint32(OVCMSProfile::RGBSpace);
         QTest::newRow("gray") << OVTest::MakeProfile("gray") << true << quint32(OVCMSProfile::GraySpace);
         QTest::newRow("Lab") << OVTest::MakeProfile("lab") << true << quint32(OVCMSProfile::LabSpace);
-        QTest::newRow("empty file") << QByteArray() << false << 0u;
         QTest::newRow("garbage") << QByteArray(512, '\x5a') << false << 0u;
-        QTest::newRow("truncated") << OVTest::MakeProfile("sRGB").left(100) << false << 0u;
     }
     void profiles()
     {
@@ -40,9 +39,6 @@ private slots:
         QTEST(profile.GetColorSpace(), "colorSpace");
         QCOMPARE(profile.GetFilePath(), valid ? path : QString());
         QCOMPARE(profile.GetData(), valid ? bytes : QByteArray());
-        if (qstrcmp(QTest::currentDataTag(), "sRGB") == 0)
-            QVERIFY2(profile.GetDescription().contains(QLatin1String("sRGB")),
-                     qPrintable(profile.GetDescription()));
 
         // A failed load leaves an empty profile, whatever it held before.
         QVERIFY(!profile.Load(dir.filePath(QStringLiteral("missing.icc"))));

@@ -1,7 +1,8 @@
-// The look: themes from real resources and folders, the colours with their
-// signals, texture patterns from real images, and gradient stops bound to the
-// colours, converted and streamed; and when file bookmarks begin and end access to
-// their paths, seen through the store.
+// Languages: the folders found at start-up, translations from real ".qm" files made by lrelease,
+// the names in the language loaded last, and the installer's default language. The look: themes
+// from real resources and folders, the colours with their signals, texture patterns from real
+// images, and gradient stops bound to the colours, converted and streamed; and when file
+// bookmarks begin and end access to their paths, seen through the store.
 
 #include "OVApplication.h"
 #include "OVFileBookmark.h"
@@ -13,7 +14,9 @@
 #include <QDataStream>
 #include <QDir>
 #include <QImage>
+#include <QSettings>
 
+using A = OVApplication;
 using Stops = QVector<QPair<double, QColor>>;
 
 namespace {
@@ -39,17 +42,20 @@ QVariantList Fields(const OVGradientStop& stop)
 }
 
 QStringList s_bookmarkCalls;
-// Accesses begun and not yet ended, per path; below zero when an access ends that never began.
-QMap<QString, int> s_open;
-
 void RecordBookmark(FileBookmarkStore::Operation operation, const QString& path)
 {
     s_bookmarkCalls << QStringLiteral("%1 %2").arg(QStringList({"begin", "end", "add"}).at(operation), path);
-    s_open[path] += operation == FileBookmarkStore::BeginAccess ? 1
-                    : operation == FileBookmarkStore::EndAccess ? -1
-                                                                : 0;
-    if (s_open[path] < 0)
-        qFatal("Access to %s ended more often than it began", qPrintable(path));
+}
+
+OVTest::LogCapture* s_startupLog = nullptr;
+QString s_resources;
+
+QStringList Names()
+{
+    QStringList names;
+    for (const char* code : {"en", "de", "ru", "sv", "xx"})
+        names << A::GetLanguageName(QLatin1String(code));
+    return names;
 }
 
 } // namespace
@@ -58,23 +64,56 @@ class TestLook : public QObject
 {
     Q_OBJECT
 
-    OVApplication* app = OVApplication::GetInstance();
+    OVApplication* app = A::GetInstance();
     OVTest::SignalLog m_signals;
 
 private slots:
     void initTestCase()
     {
-        m_signals.RecordByName(app, &OVApplication::BackgroundChanged, &OVApplication::ForegroundChanged,
-                               &OVApplication::MaskBackgroundChanged, &OVApplication::MaskForegroundChanged);
+        m_signals.RecordByName(app, &A::BackgroundChanged, &A::ForegroundChanged, &A::MaskBackgroundChanged,
+                               &A::MaskForegroundChanged);
+    }
+
+    void loadLanguages()
+    {
+        QCOMPARE(app->GetLanguages(), QStringList({"de", "ru", "sv"}));
+        const QStringList missing = s_startupLog->Matching(QStringLiteral(" translations."));
+        QVERIFY(missing.size() == 3 && missing[0].endsWith(QStringLiteral(". No en translations.\"")) &&
+                missing[1].contains(QStringLiteral(" fr ")) && missing[2].contains(QStringLiteral(" pt ")));
+
+        OVTest::LogCapture log;
+        QCOMPARE(Names(), QStringList({"", "", "", "", ""}));
+        QVERIFY(!app->LoadLanguage(QStringLiteral("pt")));
+        QVERIFY(app->GetLanguage().isEmpty());
+        // Without translations the language still becomes current, with untranslated names.
+        QVERIFY(!app->LoadLanguage(QStringLiteral("sv")));
+        QCOMPARE(app->GetLanguage(), QStringLiteral("sv"));
+        QCOMPARE(Names(), QStringList({"English", "German", "Russian", "Swedish", ""}));
+        // a.qm, b.qm and C.qm load in that order, so C.qm's "English" wins over a.qm's.
+        QVERIFY(app->LoadLanguage(QStringLiteral("de")));
+        QCOMPARE(Names(), QStringList({"Englisch", "Deutsch", "Russisch", "Swedish", ""}));
+        QCOMPARE(log.Matching(QStringLiteral(". Translations for \\\"pt\\\" language not found.")).size(), 1);
+        QCOMPARE(log.Matching(QStringLiteral(". Load translator \\\"b.qm\\\" error.")).size(), 1);
+        // A second language comes on top of the first, which stays installed beneath it.
+        QVERIFY(app->LoadLanguage(QStringLiteral("ru")));
+        QCOMPARE(app->GetLanguage(), QStringLiteral("ru"));
+        QCOMPARE(Names(), QStringList({"Englisch", "Немецкий", "Russisch", "Swedish", ""}));
+    }
+
+    void defaultLanguage()
+    {
+        QCOMPARE(A::GetDefaultLanguage(), QStringLiteral("en"));
+        QSettings(s_resources + QStringLiteral("/settings/installsettings.ini"), QSettings::IniFormat)
+            .setValue(QStringLiteral("Language/Index"), QStringLiteral("pt_BR"));
+        QCOMPARE(A::GetDefaultLanguage(), QStringLiteral("pt_BR"));
     }
 
     void themes()
     {
-        QCOMPARE(OVApplication::GetApplicationTheme(), OVApplication::Dark);
+        QCOMPARE(A::GetApplicationTheme(), A::Dark);
         OVTest::LogCapture log;
-        OVApplication::SetUserValue(OVApplication::ThemePath,
-                                    OVTest::SandboxPath() + QStringLiteral("/none"));
-        QCOMPARE(OVApplication::GetApplicationTheme(), OVApplication::Light);
+        A::SetUserValue(A::ThemePath, OVTest::SandboxPath() + QStringLiteral("/none"));
+        QCOMPARE(A::GetApplicationTheme(), A::Light);
         QVERIFY(!app->LoadTheme());
         QCOMPARE(log.Matching(QStringLiteral("\\\". Load theme error.")).size(), 1);
         QCOMPARE(int(app->GetTheme()), 0);
@@ -83,26 +122,25 @@ private slots:
         const QByteArray bytes("QWidget { font-family: \"\xc3\xa9\xff\xfe\x01\"; }");
         const QString qss = Folder(QStringLiteral("theme")) + QStringLiteral("/pixel.qss");
         QVERIFY(OVTest::WriteFile(qss, bytes));
-        OVApplication::SetUserValue(OVApplication::ThemePath, Folder(QStringLiteral("theme")));
+        A::SetUserValue(A::ThemePath, Folder(QStringLiteral("theme")));
         QVERIFY(app->LoadTheme());
         QCOMPARE(qApp->styleSheet(), QString::fromLatin1(bytes));
-        QCOMPARE(app->GetTheme(), OVApplication::Light);
+        QCOMPARE(app->GetTheme(), A::Light);
 
         // Folders stay searched in the order they came: with the folder's sheet gone the dark
         // one is found, and still after the light theme is chosen.
         QVERIFY(QFile::remove(qss));
-        for (OVApplication::ThemeType type : {OVApplication::Dark, OVApplication::Light}) {
-            OVApplication::SetApplicationTheme(type);
+        for (A::ThemeType type : {A::Dark, A::Light}) {
+            A::SetApplicationTheme(type);
             QVERIFY(app->LoadTheme());
             QCOMPARE(qApp->styleSheet(), QString::fromLatin1(OVTest::ReadFile(":/Dark/pixel.qss")));
             QCOMPARE(app->GetTheme(), type);
         }
-        QCOMPARE(OVApplication::GetUserValue(OVApplication::ThemePath).toString(), QStringLiteral(":/Light"));
+        QCOMPARE(A::GetUserValue(A::ThemePath).toString(), QStringLiteral(":/Light"));
     }
 
     void colours()
     {
-        using A = OVApplication;
         const struct
         {
             QColor (*get)();
@@ -138,8 +176,8 @@ private slots:
         QCOMPARE(app->LoadPatterns(Folder(QStringLiteral("two"))), 1);
         QCOMPARE(app->LoadPatterns(Folder(QStringLiteral("one"))), 4);
         QStringList files;
-        for (int i = -1; i <= OVApplication::GetPatternCount(); ++i)
-            files << OVApplication::GetPatternFile(i).remove(OVTest::SandboxPath());
+        for (int i = -1; i <= A::GetPatternCount(); ++i)
+            files << A::GetPatternFile(i).remove(OVTest::SandboxPath());
         QCOMPARE(files,
                  QStringList({"", "/one/a.jpg", "/one/b.png", "/one/C.bmp", "/one/folder.png", "/two/z.PNG",
                               "/one/a.jpg", "/one/b.png", "/one/C.bmp", "/one/folder.png", ""}));
@@ -147,8 +185,8 @@ private slots:
 
     void stopColours()
     {
-        OVApplication::SetBackground(Qt::blue);
-        OVApplication::SetForeground(Qt::green);
+        A::SetBackground(Qt::blue);
+        A::SetForeground(Qt::green);
         const QColor red(Qt::red);
         const QList<OVGradientStop> stops = {
             OVGradientStop(0.0, red, false, false, false), OVGradientStop(0.25, red, true, true, true),
@@ -157,7 +195,7 @@ private slots:
                  Stops({{0.0, red}, {0.25, Qt::blue}, {0.5, Qt::green}, {1.0, Qt::black}}));
         QCOMPARE(ToReversedStops(stops),
                  Stops({{0.0, Qt::black}, {0.5, Qt::green}, {0.75, Qt::blue}, {1.0, red}}));
-        OVApplication::SetBackground(Qt::yellow);
+        A::SetBackground(Qt::yellow);
         QCOMPARE(ToGradientStops(stops).at(1).second, QColor(Qt::yellow));
 
         const Stops plain = {{0.0, red}, {0.25, Qt::cyan}, {1.0, Qt::gray}};
@@ -168,10 +206,23 @@ private slots:
         m_signals.Clear();
     }
 
+    // The stream format, byte for byte; a colour model Qt does not know reads as an invalid colour.
     // Stops read with the settings they were written with (here not the default ones) come back
     // field by field; cut short, the read says so and leaves values it read or defaults.
-    void stopStreaming()
+    void stopStreams()
     {
+        QByteArray bytes;
+        QDataStream first(&bytes, QIODevice::WriteOnly);
+        first << OVGradientStop(0.25, QColor(255, 0, 0), true, false, true);
+        QCOMPARE(bytes.toHex(' '),
+                 QByteArray("3f d0 00 00 00 00 00 00 01 ff ff ff ff 00 00 00 00 00 00 01 00 01"));
+        bytes[8] = char(0x40);
+        QDataStream unknown(bytes);
+        OVGradientStop read;
+        unknown >> read;
+        QCOMPARE(unknown.status(), QDataStream::Ok);
+        QCOMPARE(Fields(read), QVariantList({0.25, QColor(), true, false, true}));
+
         const auto configure = [](QDataStream& stream) {
             stream.setByteOrder(QDataStream::LittleEndian);
             stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
@@ -179,14 +230,13 @@ private slots:
         const QList<OVGradientStop> stops = {
             OVGradientStop(0.375, QColor::fromHsv(30, 40, 50, 60), true, false, true),
             OVGradientStop(-0.5, QColor(), false, true, false)};
-        QByteArray bytes;
+        bytes.clear();
         QDataStream out(&bytes, QIODevice::WriteOnly);
         configure(out);
         out << stops[0] << stops[1];
         QDataStream in(bytes);
         configure(in);
         for (const OVGradientStop& written : stops) {
-            OVGradientStop read;
             in >> read;
             QCOMPARE(Fields(read), Fields(written));
         }
@@ -196,31 +246,13 @@ private slots:
         for (int cut = 0; cut < positionSize + 14; ++cut) {
             QDataStream part(bytes.left(cut));
             configure(part);
-            OVGradientStop read(0.9, Qt::magenta, true, true, true);
+            read = OVGradientStop(0.9, Qt::magenta, true, true, true);
             part >> read;
             QCOMPARE(part.status(), QDataStream::ReadPastEnd);
             QCOMPARE(Fields(read).mid(2), QVariantList({cut >= positionSize + 12, false, false}));
             QCOMPARE(read.GetPosition(), cut < positionSize ? 0.0 : 0.375);
             QVERIFY(cut > positionSize || !Stored(read).isValid());
         }
-    }
-
-    void stopBytes()
-    {
-        QByteArray bytes;
-        QDataStream out(&bytes, QIODevice::WriteOnly);
-        out.setVersion(QDataStream::Qt_5_15);
-        out << OVGradientStop(0.25, QColor(255, 0, 0), true, false, true);
-        QCOMPARE(bytes.toHex(' '),
-                 QByteArray("3f d0 00 00 00 00 00 00 01 ff ff ff ff 00 00 00 00 00 00 01 00 01"));
-
-        // A colour model Qt does not know reads as an invalid colour.
-        bytes[8] = char(0x40);
-        QDataStream in(bytes);
-        OVGradientStop read;
-        in >> read;
-        QCOMPARE(in.status(), QDataStream::Ok);
-        QCOMPARE(Fields(read), QVariantList({0.25, QColor(), true, false, true}));
     }
 
     void bookmarkStoreCalls()
@@ -242,13 +274,35 @@ private slots:
             OVFileBookmark::AddBookmark(QStringLiteral("/x"));
         }
         FileBookmarkStore::SetObserver(nullptr);
+        // Every access that began has ended, none before it began.
         QCOMPARE(s_bookmarkCalls, QStringList({"begin /a", "begin /a", "end /a", "begin /b", "end /b",
                                                "end /a", "begin /b", "add /x", "end /b"}));
-        // Every access that began has ended.
-        QVERIFY(std::all_of(s_open.cbegin(), s_open.cend(), [](int open) { return open == 0; }));
     }
 };
 
-OV_TEST_MAIN(TestLook)
+int main(int argc, char** argv)
+{
+    OVTest::IsolateEnvironment();
+    // The installation: "de" with two translation files around a garbage one, "ru" with one,
+    // "sv" with none, and "xx", a language the editor does not know.
+    s_resources = QFileInfo(QFile::decodeName(argv[0])).absolutePath() + QStringLiteral("/../Resources");
+    QDir(s_resources).removeRecursively();
+    const QString translations = s_resources + QStringLiteral("/translations/");
+    for (const QString copy : {"de_a:de.lproj/a.qm", "de_c:de.lproj/C.qm", "ru:ru.lproj/ru.qm",
+                               "ru:xx.lproj/xx.qm", ":sv.lproj/"}) {
+        QDir().mkpath(translations + copy.section(QLatin1Char(':'), 1).section(QLatin1Char('/'), 0, 0));
+        QFile::copy(QStringLiteral(OV_TEST_QM_DIR "/%1.qm").arg(copy.section(QLatin1Char(':'), 0, 0)),
+                    translations + copy.section(QLatin1Char(':'), 1));
+    }
+    if (!OVTest::WriteFile(translations + QStringLiteral("de.lproj/b.qm"), "no translations"))
+        return 1;
+
+    OVTest::LogCapture startupLog;
+    s_startupLog = &startupLog;
+    A app(argc, argv);
+    TestLook test;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&test, argc, argv);
+}
 
 #include "tst_look.moc"

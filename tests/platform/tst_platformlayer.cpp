@@ -121,18 +121,11 @@ void SystemFacts()
         std::printf("\n");
     }
 
-    const std::array<std::uint32_t, 4> r = QueryCpuidLeaf0();
-    const AdapterList adapters = QueryAdapters();
-    std::printf("cpuid 0: %08X %08X %08X %08X, volume serial %08X, adapters listed %d:", unsigned(r[0]),
-                unsigned(r[1]), unsigned(r[2]), unsigned(r[3]), unsigned(QueryVolumeSerial()),
-                int(adapters.ok));
-    for (const HardwareAddress& address : adapters.first)
-        std::printf(" %zu bytes", address.length);
     std::u16string guid;
     const bool haveGuid = QueryMachineGuid(&guid);
     const std::string id = MakeDeviceIdText();
     const std::u16string region = SystemRegion();
-    std::printf("\nmachine GUID %s\ndevice id %s\nregion %s\n", haveGuid ? Narrow(guid).c_str() : "(none)",
+    std::printf("machine GUID %s\ndevice id %s\nregion %s\n", haveGuid ? Narrow(guid).c_str() : "(none)",
                 id.c_str(), Narrow(region).c_str());
 
     CHECK(MakeDeviceIdText() == id);

@@ -16,15 +16,9 @@
 #include <memory>
 #include <utility>
 
-#ifdef Q_OS_WIN
-#include <winsock2.h>
-#include <ws2tcpip.h>
-#else
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
-#include <unistd.h>
-#endif
 
 namespace OVTest {
 
@@ -109,22 +103,20 @@ void HttpServer::Serve(QTcpSocket* connection, QByteArray& buffer)
         QMutexLocker lock(&m_mutex);
         m_requests.append(request);
         m_recorded.wakeAll();
-        const Route route = m_routes.value(request.path);
+        const auto [answer, body] = m_routes.value(request.path, {Answer::Ok, "ok"});
         lock.unlock();
-        const bool authorised =
-            route.answer != Answer::BasicAuth || !request.Header("Authorization").isEmpty();
-        if (route.answer == Answer::Hold) {
-            m_held.append(qMakePair(QPointer<QTcpSocket>(connection), route.body));
-        } else if (route.answer == Answer::ServerError) {
-            connection->write(Response("500 Internal Server Error", route.body));
-        } else if (!authorised) {
+        if (answer == Answer::Hold) {
+            m_held.append(qMakePair(QPointer<QTcpSocket>(connection), body));
+        } else if (answer == Answer::ServerError) {
+            connection->write(Response("500 Internal Server Error", body));
+        } else if (answer == Answer::BasicAuth && request.Header("Authorization").isEmpty()) {
             connection->write(Response("401 Unauthorized", {}, "WWW-Authenticate: Basic realm=\"ov\"\r\n"));
-        } else if (route.answer == Answer::CloseMidReply) {
-            connection->write(Response("200 OK", route.body, {}, route.body.size() + 100000));
+        } else if (answer == Answer::CloseMidReply) {
+            connection->write(Response("200 OK", body, {}, body.size() + 100000));
             connection->disconnectFromHost();
             return;
         } else {
-            connection->write(Response("200 OK", route.body));
+            connection->write(Response("200 OK", body));
         }
     }
 }
@@ -132,7 +124,7 @@ void HttpServer::Serve(QTcpSocket* connection, QByteArray& buffer)
 void HttpServer::SetAnswer(const QByteArray& path, Answer answer, const QByteArray& body)
 {
     QMutexLocker lock(&m_mutex);
-    m_routes[path] = Route{answer, body};
+    m_routes[path] = {answer, body};
 }
 
 void HttpServer::Release()

@@ -76,18 +76,13 @@ public:
     static qintptr ListenBeforeQt(quint16* port);
 
 private:
-    struct Route
-    {
-        Answer answer = Answer::Ok;
-        QByteArray body = "ok";
-    };
     // Answers the complete requests at the front of buffer; runs in m_thread.
     void Serve(QTcpSocket* connection, QByteArray& buffer);
 
     mutable QMutex m_mutex;
     QWaitCondition m_recorded;
     QList<HttpRequest> m_requests;
-    QMap<QByteArray, Route> m_routes;
+    QMap<QByteArray, QPair<Answer, QByteArray>> m_routes;
     QList<QPair<QPointer<QTcpSocket>, QByteArray>> m_held; // used in m_thread only
     quint16 m_port = 0;
     std::unique_ptr<QThread> m_thread;
