@@ -57,7 +57,6 @@ private:
     OVToolBarManager();
     ~OVToolBarManager() override;
     Q_DISABLE_COPY(OVToolBarManager)
-    friend class OVToolContentPrivate;
 
     OVToolContentPrivate* const d;
 };

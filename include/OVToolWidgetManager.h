@@ -56,7 +56,6 @@ private:
     OVToolWidgetManager();
     ~OVToolWidgetManager() override;
     Q_DISABLE_COPY(OVToolWidgetManager)
-    friend class OVToolContentPrivate;
 
     OVToolContentPrivate* const d;
 };

@@ -1,16 +1,25 @@
-// The image file registry: registration and its signals, queries, format groups, duplicate
-// UIDs and the file-dialog filters.
+// The image file registry: registration and its signals, queries, format groups, duplicate UIDs,
+// the file-dialog filters, readers and writers, the readers pool under many threads and under
+// misuse, and the open and save hooks.
 
 #include "OVApplication.h"
 #include "OVImageFileFixtures.h"
 #include "OVImageFileManager.h"
 #include "OVTestSupport.h"
+#include "private/OVReadersPool_p.h"
 
+#include <QSemaphore>
+#include <QThread>
+
+#include <atomic>
 #include <map>
 #include <memory>
+#include <thread>
+#include <vector>
 
 using OVTest::Describe;
 using OVTest::FakeImagePlugin;
+using OVTest::Words;
 
 namespace {
 
@@ -53,6 +62,56 @@ QStringList Snapshot(const QStringList& probes)
     return lines;
 }
 
+// Every reader the plug-ins made against every reader they got back, both sorted.
+void VerifyEachReaderReleasedOnce(const FakeImagePlugin* plugin, OVTest::CallLog& calls)
+{
+    QStringList made;
+    for (const OVTest::FakeReader* reader : plugin->Readers())
+        made << plugin->objectName() + QStringLiteral(".ReleaseReader(") + reader->objectName() + ')';
+    QStringList released = calls.Take().filter(QStringLiteral(".ReleaseReader("));
+    made.sort();
+    released.sort();
+    QCOMPARE(released, made);
+}
+
+// Lets a worker go on once the pool waits for the reader it holds.
+QSemaphore s_poolWaits;
+
+// A worker that holds a pooled reader until the pool waits for it, then uses it and returns it;
+// started once it holds the reader, with the calls so far taken out of the log.
+std::thread HoldUntilWaitedFor(OVTest::CallLog& calls, const QString& format)
+{
+    OVReadersPool::drainWaits = [] { s_poolWaits.release(); };
+    static QSemaphore borrowed; // outlives the worker's release()
+    std::thread worker([&calls, format] {
+        OVImageFileReader* reader = Manager()->AcquireReader(format);
+        borrowed.release();
+        s_poolWaits.tryAcquire(1, 60000);
+        calls.Add(
+            QStringLiteral("returned(%1,%2)").arg(reader->objectName(), reader->GetFormats().join(',')));
+        Manager()->ReleaseAcquiredReader(reader);
+    });
+    borrowed.acquire();
+    calls.Take();
+    return worker;
+}
+
+// Records what the hooks were given in the QStringList data points to; the open hook stops a batch
+// at "b", and both answer true.
+bool RecordOpen(const QString& path, bool* flag, void* data)
+{
+    *static_cast<QStringList*>(data) << QStringLiteral("open(%1,%2)").arg(path, flag ? "flag" : "null");
+    if (flag && path == QLatin1String("b"))
+        *flag = false;
+    return true;
+}
+
+bool RecordSave(KXDocumentInterface* document, void* data)
+{
+    *static_cast<QStringList*>(data) << QStringLiteral("save(%1)").arg(document ? "doc" : "null");
+    return true;
+}
+
 } // namespace
 
 class TestImageFileRegistry : public QObject
@@ -70,6 +129,8 @@ private slots:
 
     void cleanup()
     {
+        OVReadersPool::drainWaits = nullptr;
+        OVImageFileManager::ReleaseReadersPool();
         OVImageFileManager::ReleaseInstance();
         m_plugins.clear();
         m_calls.Take();
@@ -86,7 +147,7 @@ private slots:
         const QString jpeg = QStringLiteral("A bmp:rw jpg:rw png:rw -jpeg:rw {J}JPEG=jpg,jpeg");
         QTest::newRow("read side, then write side; a group is named once")
             << QStringList{jpeg} << QStringList{"+A"}
-            << OVTest::Words("group(All) groups() group({J}) group(All) group({J})")
+            << Words("group(All) groups() group({J}) group(All) group({J})")
             << "read: bmp jpg png|write: bmp jpg png|read groups: All {J}|write groups: {J}|{J} JPEG "
                "r=jpg,jpeg w=jpg,jpeg any=jpg,jpeg|JPG: r=A w=A|jpeg: r=null w=null|All (*.bmp *.jpg "
                "*.png);;JPEG (*.jpg *.jpeg)|JPEG (*.jpg *.jpeg)";
@@ -96,39 +157,39 @@ private slots:
 
         const QStringList twoOfPng{"A png:rw gif:r", "B png:r"};
         QTest::newRow("known formats: the later plug-in serves them, no signal")
-            << twoOfPng << OVTest::Words("+A / +B") << QStringList{}
+            << twoOfPng << Words("+A / +B") << QStringList{}
             << "read: gif png|write: png|read groups: All|write groups: |PNG: r=B w=A|All (*.gif *.png)|";
         QTest::newRow("the later plug-in goes: the earlier one serves again")
-            << twoOfPng << OVTest::Words("+A +B / -B") << QStringList{}
+            << twoOfPng << Words("+A +B / -B") << QStringList{}
             << "read: gif png|write: png|read groups: All|write groups: |png: r=A w=A|All (*.gif *.png)|";
         QTest::newRow("the earlier plug-in goes: the later one keeps serving")
-            << twoOfPng << OVTest::Words("+A +B / -A") << QStringList{"group(All)", "group(All)"}
+            << twoOfPng << Words("+A +B / -A") << QStringList{"group(All)", "group(All)"}
             << "read: png|write: |read groups: All|write groups: |png: r=B w=null|All (*.png)|";
 
         // Formats in ascending order; for each, the groups in ascending UID order.
         const QString grouped = QStringLiteral("A gif:r png:rw {G}Grp=png,gif");
         QTest::newRow("unregister: read side first, emptied groups stay")
-            << QStringList{grouped} << OVTest::Words("+A / -A")
+            << QStringList{grouped} << Words("+A / -A")
             << QStringList{"group(All)", "group({G})",               // read gif
                            "group(All)", "groups()",   "group({G})", // read png
                            "group(All)", "groups()",   "group({G})"} // write png
             << "read: |write: |read groups: All {G}|write groups: {G}|{G} Grp r= w= any=|png: r=null "
                "w=null|All );;Grp )|Grp )";
         QTest::newRow("plug-in destroyed: write side first")
-            << QStringList{grouped} << OVTest::Words("+A / xA")
+            << QStringList{grouped} << Words("+A / xA")
             << QStringList{"group(All)", "groups()",   "group({G})", // write png
                            "group(All)", "group({G})",               // read gif
                            "group(All)", "groups()",   "group({G})"} // read png
             << "read: |write: |read groups: All {G}|write groups: {G}|{G} Grp r= w= any=|All );;Grp )|Grp )";
 
         QTest::newRow("an emptied group filled again keeps its name")
-            << QStringList{"A jpg:r {J}JPEG=jpg", "B jpg:r {J}Other=jpg"} << OVTest::Words("+A -A / +B")
+            << QStringList{"A jpg:r {J}JPEG=jpg", "B jpg:r {J}Other=jpg"} << Words("+A -A / +B")
             << QStringList{"group(All)", "group({J})"}
             << "read: jpg|write: |read groups: All {J}|write groups: |{J} JPEG r=jpg w= any=jpg|All "
                "(*.jpg);;JPEG (*.jpg)|";
         QTest::newRow("a group with no readable format exists on the write side only")
             << QStringList{"A raw:w {R}Raw=raw"} << QStringList{"+A"}
-            << OVTest::Words("group(All) groups() group({R})")
+            << Words("group(All) groups() group({R})")
             << "read: |write: raw|read groups: |write groups: {R}|{R} Raw r= w=raw any=raw||Raw (*.raw)";
         QTest::newRow("upper-case formats are kept but never found")
             << QStringList{"A JPG:r"} << QStringList{"+A"} << QStringList{"group(All)"}
@@ -139,13 +200,13 @@ private slots:
         const QStringList toAll{"A png:r -gif:r {00000000-0000-0000-0000-000000000001}Mine=gif,png",
                                 "B bmp:r"};
         QTest::newRow("a plug-in's own formats for the All group")
-            << toAll << QStringList{"+A"} << OVTest::Words("group(All) group(All)")
+            << toAll << QStringList{"+A"} << Words("group(All) group(All)")
             << "read: png gif|write: |read groups: All|write groups: |All (*.png *.gif)|";
         QTest::newRow("a plug-in's own formats for the All group, then another plug-in")
-            << toAll << OVTest::Words("+A +B") << OVTest::Words("group(All) group(All) group(All)")
+            << toAll << Words("+A +B") << Words("group(All) group(All) group(All)")
             << "read: bmp gif png|write: |read groups: All|write groups: |All (*.bmp *.gif *.png)|";
         QTest::newRow("the All group stays sorted across plug-ins")
-            << QStringList{"A tif:r bmp:r", "B png:r bmp:r ico:r"} << OVTest::Words("+A +B / xA")
+            << QStringList{"A tif:r bmp:r", "B png:r bmp:r ico:r"} << Words("+A +B / xA")
             << QStringList{"group(All)"}
             << "read: bmp ico png|write: |read groups: All|write groups: |bmp: r=B w=null|All (*.bmp *.ico "
                "*.png)|";
@@ -157,10 +218,8 @@ private slots:
         QFETCH(QString, state);
 
         QStringList probes;
-        for (const QString& definition : plugins) {
-            auto plugin = std::make_unique<FakeImagePlugin>(definition);
-            m_plugins[plugin->objectName()] = std::move(plugin);
-        }
+        for (const QString& definition : plugins)
+            Make(definition);
         for (const QString& line : OVTest::Lines(state).filter(QStringLiteral(": r=")))
             probes << line.section(':', 0, 0);
         Run(steps);
@@ -171,36 +230,24 @@ private slots:
                  state);
     }
 
-    void pluginCalls()
+    void registration()
     {
-        // The plug-in's answers and the registry's signals, in one list.
-        connect(Manager(), &OVImageFileManager::SupportedGroupsChanged, this,
-                [this] { m_calls.Add("groups()"); });
-        connect(Manager(), &OVImageFileManager::SupportedGroupChanged, this,
-                [this](const QString& group) { m_calls.Add("group(" + Short({group}).first() + ")"); });
-        FakeImagePlugin plugin(QStringLiteral("A png:rw raw:w {G}Grp=png,raw r@R w@W"), &m_calls);
+        FakeImagePlugin plugin(QStringLiteral("A png:rw raw:w {G}Grp=png,raw"), &m_calls);
         QVERIFY(!Manager()->Register(nullptr));
         QVERIFY(!Manager()->Unregister(&plugin));
         QCOMPARE(Manager()->GetGroupName(QStringLiteral("{nope}")), QStringLiteral("Unknown"));
         QVERIFY(Manager()->Register(&plugin));
-        // Each side asks the same; the read side names the group, the write side finds it named.
-        const QString side =
-            "A.GetFormats() A.GetFormatCapabilities(png) A.GetFormatCapabilities(raw) group(All) "
-            "A.GetGroups() A.GetGroupFormats({G}) A.GetFormatCapabilities(png) "
-            "A.GetFormatCapabilities(raw) ";
-        QCOMPARE(m_calls.Take(), OVTest::Words("A.GetReaderUIDs() " + side +
-                                               "A.GetGroupName({G}) groups() group({G}) "
-                                               "A.GetWriterUIDs() " +
-                                               side + "group({G})"));
+        // Both sides know the group; only the first asks for its name.
+        QCOMPARE(m_calls.Take().filter(QStringLiteral("GetGroupName")), QStringList{"A.GetGroupName({G})"});
+        m_signals->Clear();
 
-        // A second registration leaves everything as it is; taking the plug-in out asks it nothing.
+        // A second registration changes nothing; taking the plug-in out asks it nothing.
         QVERIFY(Manager()->Register(&plugin));
+        QCOMPARE(m_signals->Take(), QStringList());
         QVERIFY(Manager()->Unregister(&plugin));
         QVERIFY(!Manager()->Unregister(&plugin));
-        // The signals of reading png, then of writing png and raw.
-        QCOMPARE(m_calls.Take(),
-                 OVTest::Words(
-                     "group(All) groups() group({G}) group(All) group({G}) group(All) groups() group({G})"));
+        QCOMPARE(m_calls.Take(), QStringList());
+        QCOMPARE(Manager()->GetPluginForWrite(QStringLiteral("raw")), nullptr);
     }
 
     void duplicateUIDs()
@@ -226,16 +273,255 @@ private slots:
         QVERIFY(Manager()->Unregister(&first));
         QCOMPARE(Manager()->CreateReaderByUID(QStringLiteral("R1")), nullptr);
         QCOMPARE(m_calls.Take(),
-                 OVTest::Words("A.CreateReaderByUID(R1) B.CreateReaderByUID(R2) A.CreateWriterByUID(W1)"));
+                 Words("A.CreateReaderByUID(R1) B.CreateReaderByUID(R2) A.CreateWriterByUID(W1)"));
+    }
+
+    void createAndRelease()
+    {
+        FakeImagePlugin* a = Add(QStringLiteral("A png:rw jpg:r r@RA w@WA"));
+        Add(QStringLiteral("B png:r r@RB"));
+        Add(QStringLiteral("N gif:rw r@RN w@WN null"));
+        m_calls.Take();
+
+        OVImageFileReader* fromB = Manager()->CreateReader(QStringLiteral("PNG"));
+        OVImageFileReader* byUID = Manager()->CreateReaderByUID(QStringLiteral("RA"));
+        OVImageFileWriter* writer = Manager()->CreateWriter(QStringLiteral("Png"));
+        OVImageFileWriter* writerByUID = Manager()->CreateWriterByUID(QStringLiteral("WA"));
+        QCOMPARE(Describe(fromB) + Describe(byUID) + Describe(writer) + Describe(writerByUID),
+                 QStringLiteral("B.r1A.r1A.w1A.w2"));
+        // Unknown formats and UIDs ask no plug-in; a plug-in that makes nothing gives null.
+        QCOMPARE(Manager()->CreateReader(QStringLiteral("tif")), nullptr);
+        QCOMPARE(Manager()->CreateWriter(QStringLiteral("jpg")), nullptr);
+        QCOMPARE(Manager()->CreateReader(QStringLiteral("gif")), nullptr);
+        QCOMPARE(Manager()->CreateWriterByUID(QStringLiteral("WN")), nullptr);
+        QCOMPARE(m_calls.Take(),
+                 Words("B.CreateReader(png) A.CreateReaderByUID(RA) A.CreateWriter(png) "
+                       "A.CreateWriterByUID(WA) N.CreateReader(gif) N.CreateWriterByUID(WN)"));
+
+        // Each object goes back to the plug-in that made it, once; unregistering a plug-in
+        // leaves its live objects to be given back later.
+        QVERIFY(Manager()->Unregister(a));
+        for (int round = 0; round < 2; ++round) {
+            Manager()->ReleaseReader(fromB);
+            Manager()->ReleaseReader(byUID);
+            Manager()->ReleaseWriter(writer);
+            Manager()->ReleaseWriter(writerByUID);
+            Manager()->ReleaseReader(nullptr);
+            Manager()->ReleaseAcquiredReader(byUID);
+        }
+        QCOMPARE(m_calls.Take(), Words("B.ReleaseReader(B.r1) A.ReleaseReader(A.r1) A.ReleaseWriter(A.w1) "
+                                       "A.ReleaseWriter(A.w2)"));
+    }
+
+    void orphanedReadersAndWriters()
+    {
+        Add(QStringLiteral("A png:rw"));
+        FakeImagePlugin* b = Add(QStringLiteral("B jpg:rw"));
+
+        // A reader destroyed by someone else is forgotten.
+        delete Manager()->CreateReader(QStringLiteral("png"));
+        // A plug-in destroyed while registered takes its live objects out of the registry: the
+        // one that outlives it is not handed back to anybody afterwards.
+        std::unique_ptr<OVImageFileReader> survivor(Manager()->CreateReader(QStringLiteral("png")));
+        survivor->setParent(nullptr);
+        QVERIFY(Manager()->CreateWriter(QStringLiteral("png")));
+        // A plug-in unregistered and then destroyed cannot be handed anything either.
+        std::unique_ptr<OVImageFileReader> stray(Manager()->CreateReader(QStringLiteral("jpg")));
+        stray->setParent(nullptr);
+        QVERIFY(Manager()->Unregister(b));
+        m_plugins.clear();
+        m_calls.Take();
+
+        Manager()->ReleaseReader(survivor.get());
+        Manager()->ReleaseReader(stray.get());
+        QCOMPARE(m_calls.Take(), QStringList());
+    }
+
+    void poolEntries()
+    {
+        // One entry per set of formats a reader declares: jpg's readers serve jpeg too, and tif's
+        // readers, which declare only tiff, leave tif without an entry.
+        FakeImagePlugin* a = Add(QStringLiteral("A gif:r jpg:r tif:r png:w jpg>jpg,jpeg tif>tiff"));
+        Add(QStringLiteral("N bmp:r null"));
+        m_calls.Take();
+        OVImageFileManager::InitReadersPool();
+        QStringList expected;
+        for (const QString& call : Words("N.CreateReader(bmp) A.CreateReader(gif) A.CreateReader(jpg) "
+                                         "A.CreateReader(tif)"))
+            expected += QVector<QString>(m_n, call).toList();
+        QCOMPARE(m_calls.Take(), expected);
+
+        for (const char* format : {"tif", "bmp", "png"})
+            QCOMPARE(Manager()->AcquireReader(QLatin1String(format)), nullptr);
+        QSet<OVImageFileReader*> jpegReaders;
+        for (const char* format : {"jpeg", "JPG"}) {
+            for (int i = 0; i < m_n; ++i) {
+                jpegReaders << Manager()->AcquireReader(QLatin1String(format));
+                QCOMPARE(Describe(*jpegReaders.begin()).left(3), QStringLiteral("A.r"));
+            }
+            for (OVImageFileReader* reader : qAsConst(jpegReaders))
+                Manager()->ReleaseAcquiredReader(reader);
+        }
+        QCOMPARE(jpegReaders.size(), m_n);
+        OVImageFileReader* tiff = Manager()->AcquireReader(QStringLiteral("tiff"));
+        QCOMPARE(tiff->GetFormats(), QStringList{"tiff"});
+        Manager()->ReleaseAcquiredReader(tiff);
+        OVImageFileManager::ReleaseReadersPool();
+        VerifyEachReaderReleasedOnce(a, m_calls);
+    }
+
+    void poolOutlivesAnotherPlugin()
+    {
+        // P0, unregistered and deleted, leaves its readers in the pool; P1's death leaves them there.
+        FakeImagePlugin* p0 = Add(QStringLiteral("P0 aaa:r"));
+        Add(QStringLiteral("P1 bbb:r"));
+        OVImageFileManager::InitReadersPool();
+        std::vector<std::unique_ptr<OVImageFileReader>> readers;
+        for (OVTest::FakeReader* reader : p0->Readers())
+            readers.emplace_back(reader)->setParent(nullptr);
+        QVERIFY(Manager()->Unregister(p0));
+        m_plugins.erase(QStringLiteral("P0"));
+        m_plugins.clear();
+        QSemaphore lent;
+        OVImageFileReader* reader = nullptr;
+        std::thread borrower([&] {
+            reader = Manager()->AcquireReader(QStringLiteral("aaa"));
+            lent.release();
+        });
+        if (!lent.tryAcquire(1, 10000))
+            qFatal("AcquireReader(\"aaa\") waits for ever");
+        borrower.join();
+        QCOMPARE(reader, readers.back().get());
+        Manager()->ReleaseAcquiredReader(reader);
+    }
+
+    void releaseWaitsForBorrowedReader()
+    {
+        FakeImagePlugin* a = Add(QStringLiteral("A jpg:r"));
+        OVImageFileManager::InitReadersPool();
+        if (m_n < 2)
+            QSKIP("Needs two readers per pool entry");
+
+        // The worker holds the last reader made; taking out the first, which is idle, waits for
+        // the worker's to come back, since it needs the whole entry idle.
+        std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("jpg"));
+        Manager()->ReleaseReader(a->Readers().first());
+        worker.join();
+        QCOMPARE(m_calls.Take(),
+                 (QStringList{QStringLiteral("returned(A.r%1,jpg)").arg(m_n), "A.ReleaseReader(A.r1)"}));
+    }
+
+    void releasePoolAfterMisuse()
+    {
+        // A plug-in that deletes the readers it gets back, and readers returned more often than
+        // they were lent: each reader still goes back once, and not while a worker holds it.
+        FakeImagePlugin* a = Add(QStringLiteral("A jpg:r png:r disposes"));
+        OVImageFileManager::InitReadersPool();
+        QStringList names;
+        for (const OVTest::FakeReader* reader : a->Readers())
+            names << reader->objectName();
+        for (const QString format : {"jpg", "png"}) {
+            // The last reader made is lent first; returned twice, it is lent twice.
+            OVImageFileReader* reader = Manager()->AcquireReader(format);
+            QCOMPARE(reader->objectName(), names.at(format == "jpg" ? m_n - 1 : 2 * m_n - 1));
+            for (int i = 0; i < 2; ++i)
+                Manager()->ReleaseAcquiredReader(reader);
+            QCOMPARE(Manager()->AcquireReader(format), reader);
+            QCOMPARE(Manager()->AcquireReader(format), reader);
+            for (int i = 0; i < 2; ++i)
+                Manager()->ReleaseAcquiredReader(reader);
+        }
+        // The worker borrows png's top reader while a second copy of it stays idle.
+        std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("png"));
+        OVImageFileManager::ReleaseReadersPool();
+        worker.join();
+
+        QStringList expected;
+        for (int i = m_n; i > 0; --i)
+            expected << "A.ReleaseReader(" + names.at(i - 1) + ')';
+        expected << "returned(" + names.last() + ",png)";
+        for (int i = 2 * m_n; i > m_n; --i)
+            expected << "A.ReleaseReader(" + names.at(i - 1) + ')';
+        QCOMPARE(m_calls.Take(), expected);
+        QVERIFY(a->Readers().isEmpty());
+    }
+
+    void poolStress()
+    {
+        FakeImagePlugin* a = Add(QStringLiteral("A jpg:r png:r"));
+        OVImageFileManager::InitReadersPool();
+        OVTest::FakeReader::s_overlaps.storeRelaxed(0);
+        std::atomic<int> failures{0};
+        std::vector<std::thread> workers;
+        for (int t = 0; t < 2 * m_n + 1; ++t) {
+            workers.emplace_back([&, t] {
+                const QString format = t % 2 ? QStringLiteral("JPG") : QStringLiteral("png");
+                QImage image;
+                for (int round = 0; round < 600; ++round) {
+                    OVImageFileReader* reader = Manager()->AcquireReader(format);
+                    if (!reader || !reader->GetFormats().contains(format.toLower()))
+                        ++failures;
+                    else
+                        reader->Read(QString(), image);
+                    Manager()->ReleaseAcquiredReader(reader);
+                }
+            });
+        }
+        for (std::thread& worker : workers)
+            worker.join();
+        // More borrowers than readers: some waited, and no reader was lent to two threads at once.
+        QCOMPARE(failures.load(), 0);
+        QCOMPARE(OVTest::FakeReader::s_overlaps.loadRelaxed(), 0);
+        m_calls.Take();
+        OVImageFileManager::ReleaseReadersPool();
+        QCOMPARE(a->Readers().size(), 2 * m_n);
+        VerifyEachReaderReleasedOnce(a, m_calls);
+    }
+
+    void hooks()
+    {
+        // Without hooks nothing opens or saves.
+        bool flag = true;
+        QVERIFY(!Manager()->Open(QStringLiteral("one"), &flag) && !flag);
+        QVERIFY(!Manager()->Save(nullptr));
+        // Hooks replace the ones installed before; the batch stops where the hook says.
+        QStringList replaced, calls;
+        Manager()->Register(&RecordOpen, &replaced);
+        Manager()->Register(&RecordSave, &replaced);
+        Manager()->Register(&RecordOpen, &calls);
+        Manager()->Register(&RecordSave, &calls);
+        flag = true;
+        QVERIFY(Manager()->Open(QStringLiteral("one"), &flag) && flag);
+        QVERIFY(Manager()->Open(QStringLiteral("one"), nullptr));
+        Manager()->Open(QStringList{"a", "b", "c"});
+        QVERIFY(Manager()->Save(reinterpret_cast<KXDocumentInterface*>(&calls)));
+        QCOMPARE(calls, Words("open(one,flag) open(one,null) open(a,flag) open(b,flag) save(doc)"));
+        QVERIFY(replaced.isEmpty());
+        // Null clears them.
+        Manager()->Register(OVImageFileManager::OpenHook(nullptr), &calls);
+        QVERIFY(!Manager()->Open(QStringLiteral("one"), nullptr));
     }
 
 private:
+    // A plug-in of the given definition, kept until the test ends; Add() registers it too.
+    FakeImagePlugin* Make(const QString& definition)
+    {
+        auto plugin = std::make_unique<FakeImagePlugin>(definition, &m_calls);
+        return (m_plugins[plugin->objectName()] = std::move(plugin)).get();
+    }
+    FakeImagePlugin* Add(const QString& definition)
+    {
+        FakeImagePlugin* plugin = Make(definition);
+        Manager()->Register(plugin);
+        return plugin;
+    }
     // Runs "+A" (register), "-A" (unregister), "xA" (delete) and "/" (forget the signals so far).
     void Run(const QStringList& steps);
 
     std::map<QString, std::unique_ptr<FakeImagePlugin>> m_plugins;
     OVTest::CallLog m_calls;
     std::unique_ptr<OVTest::SignalLog> m_signals;
+    const int m_n = QThread::idealThreadCount();
 };
 
 void TestImageFileRegistry::Run(const QStringList& steps)

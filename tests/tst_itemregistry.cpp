@@ -41,15 +41,8 @@ public:
     QImage Apply(const QImage& image, const QVariantMap&) const override { return image; }
 };
 
-class TestBrush : public Identified<OVBrushPlugin>
-{
-public:
-    using Identified::Identified;
-    int DestroyedReceivers() const { return receivers(SIGNAL(destroyed(QObject*))); }
-};
-
+using Item = Identified<OVBrushPlugin>;
 using Manager = OVBrushToolManager;
-using Item = TestBrush;
 
 OVBrushPlugin* Lookup(const QString& id)
 {
@@ -87,27 +80,27 @@ private slots:
 
     void mainBrush()
     {
-        OVBrushToolManager::InitInstance();
-        OVBrushToolManager* manager = OVBrushToolManager::GetInstance();
-        TestBrush first(QStringLiteral("first"), QStringLiteral("F"));
-        auto second = std::make_unique<TestBrush>(QStringLiteral("second"), QStringLiteral("S"));
-        const int baseline = first.DestroyedReceivers();
+        Manager::InitInstance();
+        Manager* manager = Manager::GetInstance();
+        auto a = std::make_unique<Item>(QStringLiteral("a"), QStringLiteral("A"));
+        auto b = std::make_unique<Item>(QStringLiteral("b"), QStringLiteral("B"));
+        auto c = std::make_unique<Item>(QStringLiteral("c"), QStringLiteral("C"));
 
-        // The main brush plug-in is forgotten when destroyed, not when unregistered; a replaced or
-        // cleared one is no longer watched.
-        manager->SetMainBrushPlugin(&first);
-        manager->SetMainBrushPlugin(&first);
-        manager->SetMainBrushPlugin(second.get());
-        second.reset();
-        QVERIFY(!manager->GetMainBrushPlugin());
-        manager->SetMainBrushPlugin(&first);
-        QVERIFY(manager->Register(&first) && manager->Unregister(QStringLiteral("F")));
-        QCOMPARE(manager->GetMainBrushPlugin(), &first);
+        // The main brush plug-in is forgotten when destroyed, not when unregistered; one set twice,
+        // replaced or cleared is no longer watched.
+        manager->SetMainBrushPlugin(a.get());
+        manager->SetMainBrushPlugin(a.get());
+        manager->SetMainBrushPlugin(b.get());
+        a.reset();
+        QVERIFY(manager->Register(b.get()) && manager->Unregister(QStringLiteral("B")));
+        QCOMPARE(manager->GetMainBrushPlugin(), b.get());
         manager->SetMainBrushPlugin(nullptr);
+        manager->SetMainBrushPlugin(c.get());
+        b.reset();
+        QCOMPARE(manager->GetMainBrushPlugin(), c.get());
+        c.reset();
         QVERIFY(!manager->GetMainBrushPlugin());
-        QCOMPARE(first.DestroyedReceivers(), baseline);
-
-        OVBrushToolManager::ReleaseInstance();
+        Manager::ReleaseInstance();
     }
 
     void registration()
@@ -181,18 +174,11 @@ private slots:
         QVERIFY(survivor);
     }
 
-    // Several threads register at once, each its own objects; with clashing identifiers every
-    // thread's objects report the same identifiers. Receivers on the registering thread and on
-    // the GUI thread each see one Registred per success.
-    void concurrency_data()
-    {
-        QTest::addColumn<bool>("clashing");
-        QTest::newRow("clashing") << true;
-        QTest::newRow("distinct") << false;
-    }
+    // Several threads register at once, each its own objects, which report the same identifiers
+    // as the other threads' objects. Receivers on the registering thread and on the GUI thread
+    // each see one Registred per success.
     void concurrency()
     {
-        QFETCH(bool, clashing);
         constexpr int threads = 4;
         constexpr int perThread = 150;
         Manager::InitInstance();
@@ -202,9 +188,8 @@ private slots:
         std::vector<std::unique_ptr<Item>> items;
         for (int t = 0; t < threads; ++t)
             for (int i = 0; i < perThread; ++i)
-                items.push_back(std::make_unique<Item>(QStringLiteral("%1/%2").arg(t).arg(i),
-                                                       clashing ? QStringLiteral("c%1").arg(i)
-                                                                : QStringLiteral("t%1-%2").arg(t).arg(i)));
+                items.push_back(
+                    std::make_unique<Item>(QStringLiteral("%1/%2").arg(t).arg(i), QString::number(i)));
 
         std::atomic<int> direct{0};
         int queued = 0;
@@ -227,7 +212,7 @@ private slots:
         for (std::thread& worker : workers)
             worker.join();
 
-        const int expected = clashing ? perThread : threads * perThread;
+        const int expected = perThread;
         QCOMPARE(successes.load(), expected);
         QCOMPARE(direct.load(), expected);
         QTRY_COMPARE(queued, expected);

@@ -40,9 +40,7 @@ QAction* Named(QAction* action, int id)
 
 QMenu* Named(QMenu* menu, int id)
 {
-    if (menu)
-        menu->setTitle(QString::number(id));
-    return menu;
+    return menu ? Named(menu->menuAction(), id)->menu() : nullptr;
 }
 
 } // namespace

@@ -1,6 +1,5 @@
-// Plug-in loading with real plug-in libraries: discovery in the folders "plugins.ini" names,
-// the records and their texts, the signals and events between files, registration, UIReady
-// and unloading.
+// Plug-in loading with real plug-in libraries: discovery in the folders "plugins.ini" names, the
+// records and their texts, the signals and events between files, registration, UIReady, unloading.
 
 #include "IBrushFactory.h"
 #include "OVApplication.h"
@@ -17,11 +16,6 @@ namespace {
 const QString kFixtures = QStringLiteral(OV_FIXTURE_PLUGIN_DIR);
 const QString kSuffix = QStringLiteral(OV_PLUGIN_SUFFIX);
 
-QString Fixture(const QString& base)
-{
-    return kFixtures + QLatin1Char('/') + base + QLatin1Char('.') + kSuffix;
-}
-
 // The calls the fixture libraries noted since the last time, in order.
 QStringList TakeFixtureCalls()
 {
@@ -30,6 +24,7 @@ QStringList TakeFixtureCalls()
     return calls;
 }
 
+// Qt's reason for not loading file, from a loader that is gone before the test loads it.
 QString LoaderError(const QString& file)
 {
     QPluginLoader probe(file);
@@ -37,23 +32,18 @@ QString LoaderError(const QString& file)
     return probe.errorString();
 }
 
-QString Base(const QString& file)
-{
-    return QFileInfo(file).completeBaseName();
-}
-
 // The signals of files that load, in order.
 QStringList Loaded(const QStringList& files)
 {
     QStringList signalList;
     for (const QString& file : files)
-        signalList << "Loading(" + file + ')' << "Loaded(" + file + ')';
+        signalList << "PluginLoading(" + file + ')' << "PluginLoaded(" + file + ')';
     return signalList;
 }
 
 QStringList Failed(const QString& file, const QString& error)
 {
-    return {"Loading(" + file + ')', "Error(" + file + ',' + error + ')'};
+    return {"PluginLoading(" + file + ')', "PluginLoadingError(" + file + ',' + error + ')'};
 }
 
 QStringList LoadLines(const QStringList& messages)
@@ -119,25 +109,21 @@ private slots:
 
         OVTest::SignalLog log;
         Record(log);
-        // Events are processed before and after each file: a call queued when a file starts runs
-        // before its result is announced.
-        QObject::connect(OVApplication::GetInstance(), &OVApplication::PluginLoading, &log,
-                         [&log](const QString& f) {
-                             QMetaObject::invokeMethod(
-                                 &log, [&log, f] { log.Append(QStringLiteral("event(%1)").arg(Base(f))); },
-                                 Qt::QueuedConnection);
-                         });
+        // Events are processed between files: a call queued when a file starts runs before its
+        // result is announced.
+        QObject::connect(OVApplication::GetInstance(), &OVApplication::PluginLoading, &log, [&log] {
+            QMetaObject::invokeMethod(
+                &log, [&log] { log.Append("event"); }, Qt::QueuedConnection);
+        });
         OVTest::LogCapture capture;
 
         OVApplication::LoadPlugins();
 
-        // A queued event of each file runs between its start and its result.
         QStringList expected = Loaded({brush, upper, image}) + Failed(empty, "Empty container.") +
                                Failed(other, "Is not an Orvelin's plugin.") + Failed(plain, plainError);
         for (int i = 5; i >= 0; --i)
-            expected.insert(2 * i + 1, "event(" + Base(expected.at(2 * i).mid(8).chopped(1)) + ')');
-        expected << "Finished()";
-        QCOMPARE(log.Take(), expected);
+            expected.insert(2 * i + 1, "event");
+        QCOMPARE(log.Take(), expected << "PluginsLoadingFinished()");
 
         QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{empty, other, plain}));
         QCOMPARE(OVApplication::GetErrorInfo(other), QStringLiteral("Is not an Orvelin's plugin."));
@@ -217,7 +203,7 @@ private slots:
         for (const QString& name : loaded)
             files << (name == "brushcontainer" || name == "extra" ? Brush() : General()) + '/' + name + '.' +
                          kSuffix;
-        QCOMPARE(log.Entries(), Loaded(files) << "Finished()");
+        QCOMPARE(log.Entries(), Loaded(files) << "PluginsLoadingFinished()");
     }
 
     void missingFolders_data()
@@ -284,7 +270,8 @@ private slots:
         QStringList files;
         for (const QString& which : loads)
             files << (which == "bin" ? bin : general);
-        QCOMPARE(log.Entries(), Loaded(files) + (finished ? QStringList{"Finished()"} : QStringList()));
+        QCOMPARE(log.Entries(),
+                 Loaded(files) + (finished ? QStringList{"PluginsLoadingFinished()"} : QStringList()));
     }
 
     void explicitFiles()
@@ -342,24 +329,27 @@ private slots:
 
     void pluginFileName()
     {
+        const auto real = [](const QString& file) {
+            return QStringList{QFileInfo(file).canonicalFilePath()};
+        };
         const QString brush = Install(QStringLiteral("brushcontainer"), Brush());
         const QString imageio =
             Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("imageio"));
         const QString basic =
             Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("basictools"));
         // Reached through a link, a library is named by its real path.
-        const QString real = Install(QStringLiteral("toolcontainer"), Root(), QStringLiteral("realfilter"));
-        QVERIFY(QFile::link(real, General() + QStringLiteral("/filter.") + kSuffix));
+        const QString filter = Install(QStringLiteral("toolcontainer"), Root(), QStringLiteral("realfilter"));
+        QVERIFY(QFile::link(filter, General() + QStringLiteral("/filter.") + kSuffix));
 
         using A = OVApplication;
         QCOMPARE(A::PluginFileName(A::Adjustments), QStringList{QString()});
-        QCOMPARE(A::PluginFileName(A::Filters), QStringList{QFileInfo(real).canonicalFilePath()});
-        QCOMPARE(A::PluginFileName(A::ImageIO), QStringList{QFileInfo(imageio).canonicalFilePath()});
-        QCOMPARE(A::PluginFileName(A::Brushes), QStringList{QFileInfo(brush).canonicalFilePath()});
-        QCOMPARE(A::PluginFileName(A::Tools), (QStringList{QFileInfo(basic).canonicalFilePath(), QString()}));
+        QCOMPARE(A::PluginFileName(A::Filters), real(filter));
+        QCOMPARE(A::PluginFileName(A::ImageIO), real(imageio));
+        QCOMPARE(A::PluginFileName(A::Brushes), real(brush));
+        QCOMPARE(A::PluginFileName(A::Tools), real(basic) << QString());
         QCOMPARE(A::PluginFileName(A::PluginsLoadType(3)), QStringList());
         QCOMPARE(A::PluginFileName(A::PluginsLoadType(0)), QStringList());
-        QFile::remove(real);
+        QFile::remove(filter);
     }
 
 private:
@@ -388,19 +378,17 @@ private:
         const QString target = folder + QLatin1Char('/') +
                                (name.contains(QLatin1Char('.')) ? name : name + QLatin1Char('.') + kSuffix);
         QFile::remove(target);
-        if (!QFile::copy(fixture.contains(QLatin1Char('/')) ? fixture : Fixture(fixture), target))
+        if (!QFile::copy(kFixtures + QLatin1Char('/') + fixture + QLatin1Char('.') + kSuffix, target))
             qFatal("Cannot copy the fixture %s", qPrintable(fixture));
         m_tried << target;
         return target;
     }
 
-    void Record(OVTest::SignalLog& log)
+    static void Record(OVTest::SignalLog& log)
     {
-        OVApplication* app = OVApplication::GetInstance();
-        log.Record(app, &OVApplication::PluginLoading, "Loading");
-        log.Record(app, &OVApplication::PluginLoaded, "Loaded");
-        log.Record(app, &OVApplication::PluginLoadingError, "Error");
-        log.Record(app, &OVApplication::PluginsLoadingFinished, "Finished");
+        using A = OVApplication;
+        log.RecordByName(A::GetInstance(), &A::PluginLoading, &A::PluginLoaded, &A::PluginLoadingError,
+                         &A::PluginsLoadingFinished);
     }
 
     QStringList m_tried;

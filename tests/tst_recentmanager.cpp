@@ -62,14 +62,6 @@ private slots:
         QTest::addColumn<QString>("expected");
         QTest::addColumn<QString>("lists");
 
-        QString steps = "|";
-        QString expected;
-        for (int i = 1; i <= 16; ++i) {
-            steps += QStringLiteral(" r:%1").arg(i);
-            expected += (i > 10 ? QStringLiteral(" RecentRemoved(%1)").arg(i - 10) : QString()) +
-                        QStringLiteral(" RecentInserted(%1)").arg(i);
-        }
-        Row("16 recents keep the newest 10", steps, expected.trimmed(), "16 15 14 13 12 11 10 9 8 7 |");
         Row("pushed again", "r:a r:b d:a | r:a ?:a", "RecentRemoved(a) RecentInserted(a) data(a)=1", "a b |");
         Row("favourite pushed as recent", "f:a | r:a", "FavoriteUpdated(a)", "| a");
         Row("favourites full", "f:1 f:2 f:3 f:4 f:5 | f:6", "", "| 5 4 3 2 1");
@@ -81,6 +73,7 @@ private slots:
         Row("favourites trimmed", "f:a f:b f:c | F:1",
             "FavoriteRemoved(a) RecentInserted(a) FavoriteRemoved(b) RecentInserted(b)", "b a | c");
         Row("recents trimmed", "r:a r:b r:c | R:1", "RecentRemoved(a) RecentRemoved(b)", "c |");
+        Row("recents full", "R:2 r:a r:b | r:c", "RecentRemoved(a) RecentInserted(c)", "c b |");
         Row("limit 0 is no limit", "R:0 f:a | r:a", "RecentInserted(a)", "a | a");
         Row("data and updates", "r:a f:b | d:a d:b d:q u:a u:b u:q",
             "RecentDataChanged(a,7) FavoriteDataChanged(b,7) RecentUpdated(a) FavoriteUpdated(b)", "a | b");

@@ -30,13 +30,6 @@ public:
     QString CurrentUID() const;
     void OnContentDestroyed(QObject* object);
 
-    // The private object of a manager, or null for a null manager.
-    template <typename Manager>
-    static OVToolContentPrivate* Of(const Manager* manager)
-    {
-        return manager ? manager->d : nullptr;
-    }
-
     QObject* const owner;
     // The host usually puts the general widget into its own window, which may delete it before
     // the manager goes; the guards notice that.

@@ -1,10 +1,9 @@
 #pragma once
 
-// In-process image file plug-ins for the registry's tests and benchmarks. A plug-in is
-// described by one line of text and writes every call the registry makes into a shared call
-// log; the readers and writers it makes are its children and, unless it is told to dispose of
-// them, stay alive after they are given back, so that a test can count what came back and how
-// often.
+// In-process image file plug-ins for the registry's tests and benchmarks. A plug-in is described
+// by one line of text and writes every call the registry makes into a shared call log; the
+// readers and writers it makes are its children and, unless told to dispose of them, stay alive
+// after they are given back, so that a test can count what came back and how often.
 
 #include "OVImageFilePlugin.h"
 #include "OVImageFileReader.h"
@@ -51,8 +50,7 @@ public:
     {}
 
     QString GetUID() const override { return m_uid; }
-    // Marks the reader busy for a moment; a second thread inside at the same time is counted
-    // in s_overlaps.
+    // Busy for a moment; a second thread inside at the same time is counted in s_overlaps.
     bool Read(const QString& path, QImage& image) override;
     QStringList GetFormats() const override { return m_formats; }
 
@@ -103,15 +101,15 @@ public:
     QStringList GetGroups() const override { return Log("GetGroups", {}, m_groups); }
     QString GetGroupName(const QString& uid) const override
     {
-        return Log("GetGroupName", uid, m_groupNames[uid]);
+        return Log("GetGroupName", uid, m_groupNames.value(uid));
     }
     QStringList GetGroupFormats(const QString& uid) const override
     {
-        return Log("GetGroupFormats", uid, m_groupFormats[uid]);
+        return Log("GetGroupFormats", uid, m_groupFormats.value(uid));
     }
     FormatCapabilities GetFormatCapabilities(const QString& format) const override
     {
-        return Log("GetFormatCapabilities", format, m_capabilities[format]);
+        return Log("GetFormatCapabilities", format, m_capabilities.value(format));
     }
 
     OVImageFileReader* CreateReader(const QString& format) override
@@ -137,7 +135,7 @@ public:
     QList<FakeReader*> Readers() const { return m_readers; }
 
 private:
-    // Logs the call, made before its result is known, and passes the result on.
+    // Logs the call and passes the result on.
     template <typename T>
     T Log(const char* call, const QString& argument, T result) const
     {
@@ -149,13 +147,10 @@ private:
     FakeWriter* MakeWriter(const QString& uid);
 
     CallLog* const m_log;
-    QStringList m_readerUIDs;
-    QStringList m_writerUIDs;
-    QStringList m_formats;
-    mutable QMap<QString, FormatCapabilities> m_capabilities;
-    QStringList m_groups;
-    mutable QMap<QString, QString> m_groupNames;
-    mutable QMap<QString, QStringList> m_groupFormats;
+    QStringList m_readerUIDs, m_writerUIDs, m_formats, m_groups;
+    QMap<QString, FormatCapabilities> m_capabilities;
+    QMap<QString, QString> m_groupNames;
+    QMap<QString, QStringList> m_groupFormats;
     QMap<QString, QStringList> m_readerFormats;
     bool m_null = false;
     bool m_disposes = false;
