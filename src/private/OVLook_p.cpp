@@ -2,6 +2,7 @@
 
 #include "private/OVApplication_p.h"
 #include "private/OVBuildLog_p.h"
+#include "private/OVSettingsStore_p.h"
 
 #include <QDir>
 #include <QFile>
@@ -22,7 +23,7 @@ OVLook::OVLook(OVApplicationPrivate& d)
 bool OVLook::LoadTheme()
 {
     const QString dark = OVApplication::GetName(OVApplication::Dark);
-    const QString path = OVApplication::GetUserValue(OVApplication::ThemePath, dark).toString();
+    const QString path = OVSettingsStore::UserValue(OVApplication::ThemePath, dark).toString();
     // Search paths are only added: Qt looks through them in the order they were added, so a
     // theme chosen later takes effect in a new process.
     QDir::addSearchPath(QStringLiteral("theme"), path);
@@ -51,7 +52,7 @@ int OVLook::LoadPatterns(const QString& folder)
 
 QColor OVLook::GetColour(const Colour& colour)
 {
-    return OVApplication::GetUserValue(colour.key, QColor(colour.def)).value<QColor>();
+    return OVSettingsStore::UserValue(colour.key, QColor(colour.def)).value<QColor>();
 }
 
 void OVLook::SetColour(const Colour& colour, const QColor& value)
@@ -59,7 +60,7 @@ void OVLook::SetColour(const Colour& colour, const QColor& value)
     OVApplication* app = OVApplication::GetInstance();
     if (!app || value == GetColour(colour))
         return;
-    OVApplication::SetUserValue(colour.key, value);
+    OVSettingsStore::SetUserValue(colour.key, value);
     emit(app->*colour.changed)();
 }
 
