@@ -1,6 +1,5 @@
 #include "OVApplication.h"
 
-#include "OVPluginContainer.h"
 #include "platform/OVPlatform.h"
 #include "private/OVApplication_p.h"
 #include "private/OVBuildLog_p.h"
@@ -12,7 +11,6 @@
 
 #include <QDir>
 #include <QEvent>
-#include <QPluginLoader>
 
 #include <atomic>
 
@@ -77,17 +75,8 @@ void OVApplication::FlushData()
 
 void OVApplication::UIReady()
 {
-    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    if (!d)
-        return;
-    // Last loaded first, so that a plug-in finds the plug-ins it was loaded after still
-    // unaware of the user interface, as they were when it was loaded.
-    for (auto it = d->plugins.rbegin(); it != d->plugins.rend(); ++it) {
-        if (it->status != PluginRecord::Loaded || !it->loader)
-            continue;
-        if (auto* container = qobject_cast<OVPluginContainer*>(it->loader->instance()))
-            container->UIReady();
-    }
+    if (OVApplicationPrivate* d = OVApplicationPrivate::Instance())
+        OVPluginLoader(*d).UIReady();
 }
 
 // Statistics
@@ -199,23 +188,14 @@ QStringList OVApplication::PluginFileName(PluginsLoadType type)
 
 std::vector<QString> OVApplication::GetErrorPlugins()
 {
-    std::vector<QString> files;
-    if (OVApplicationPrivate* d = OVApplicationPrivate::Instance())
-        for (const PluginRecord& record : d->plugins)
-            if (record.status != PluginRecord::Loaded)
-                files.push_back(record.fileName);
-    return files;
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    return d ? OVPluginLoader(*d).ErrorFiles() : std::vector<QString>();
 }
 
 QString OVApplication::GetErrorInfo(const QString& fileName)
 {
     OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    if (!d)
-        return QString();
-    for (const PluginRecord& record : d->plugins)
-        if (record.fileName == fileName)
-            return record.error;
-    return QStringLiteral("Errors not found");
+    return d ? OVPluginLoader(*d).ErrorInfo(fileName) : QString();
 }
 
 void OVApplication::RegisterRefineSelectionAction(QAction* action)
