@@ -81,39 +81,28 @@ void OVApplication::UIReady()
 
 // Statistics
 
-namespace {
-
-// The client to queue on, or null without an application object or while statistics are off.
-StatisticsClient* StatisticsTarget(StatisticsClient* OVApplicationPrivate::*client)
-{
-    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    return d && d->statisticsEnabled ? d->*client : nullptr;
-}
-
-} // namespace
-
 void OVApplication::SendStatisticsEvent(const QJsonDocument& doc)
 {
-    if (StatisticsClient* client = StatisticsTarget(&OVApplicationPrivate::statisticsClient))
+    if (StatisticsClient* client = OVApplicationPrivate::EventsClient())
         client->EnqueueEvent(doc);
 }
 
 void OVApplication::SendStatisticsEvent(const QString& type, int id)
 {
-    if (StatisticsClient* client = StatisticsTarget(&OVApplicationPrivate::statisticsClient))
+    if (StatisticsClient* client = OVApplicationPrivate::EventsClient())
         client->EnqueueEvent(type, id);
 }
 
 void OVApplication::SendStatisticsEvent(const QString& type, int id, std::map<QString, QString> properties)
 {
-    if (StatisticsClient* client = StatisticsTarget(&OVApplicationPrivate::statisticsClient))
+    if (StatisticsClient* client = OVApplicationPrivate::EventsClient())
         client->EnqueueEvent(type, id, std::move(properties));
 }
 
 void OVApplication::SendIdentificationEvent(const QString& plan, const QString& channel, const QString& email,
                                             const QString& startVersion)
 {
-    if (StatisticsClient* client = StatisticsTarget(&OVApplicationPrivate::configuredClient))
+    if (StatisticsClient* client = OVApplicationPrivate::IdentificationClient())
         client->EnqueueIdentification(plan, channel, email, startVersion);
 }
 

@@ -21,6 +21,12 @@ IBrushFactory* s_brushFactory = nullptr;
 const QString kProductPath = QStringLiteral("/Tamsendo/Orvelin");
 const QString kLocalAppDataPath = QStringLiteral("/AppData/Local");
 
+StatisticsClient* StatisticsTarget(StatisticsClient* OVApplicationPrivate::*client)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    return d && d->statisticsEnabled ? d->*client : nullptr;
+}
+
 } // namespace
 
 OVApplicationPrivate::OVApplicationPrivate(OVApplication* owner)
@@ -98,4 +104,14 @@ IBrushFactory* OVApplicationPrivate::BrushFactory()
 void OVApplicationPrivate::SetBrushFactory(IBrushFactory* factory)
 {
     s_brushFactory = factory;
+}
+
+StatisticsClient* OVApplicationPrivate::EventsClient()
+{
+    return StatisticsTarget(&OVApplicationPrivate::statisticsClient);
+}
+
+StatisticsClient* OVApplicationPrivate::IdentificationClient()
+{
+    return StatisticsTarget(&OVApplicationPrivate::configuredClient);
 }

@@ -56,6 +56,11 @@ public:
     static IBrushFactory* BrushFactory();
     static void SetBrushFactory(IBrushFactory* factory);
 
+    // The statistics client to queue on, or null without an application object or while
+    // statistics are off.
+    static StatisticsClient* EventsClient();
+    static StatisticsClient* IdentificationClient();
+
     OVApplication* const owner;
     OVSettingsStore settings;
     QString translationsDir;
