@@ -258,13 +258,7 @@ QString OVApplication::GetDefaultLanguage()
 
 QString OVApplication::GetName(ThemeType type)
 {
-    switch (type) {
-    case Dark:
-        return QStringLiteral(":/Dark");
-    case Light:
-        return QStringLiteral(":/Light");
-    }
-    return QString();
+    return OVLook::ThemeFolder(type);
 }
 
 OVApplication::ThemeType OVApplication::GetApplicationTheme()
@@ -357,16 +351,12 @@ QString OVApplication::GetPatternFile(int i)
 
 int OVApplication::GetTexturePatternIndex()
 {
-    return GetUserValue(TexturePatternIndex, 0).toInt();
+    return OVLook::PatternIndex();
 }
 
 void OVApplication::SetTexturePatternIndex(int index)
 {
-    OVApplication* app = GetInstance();
-    if (!app || index == GetTexturePatternIndex())
-        return;
-    SetUserValue(TexturePatternIndex, index);
-    emit app->TexturePatternChanged(index);
+    OVLook::SetPatternIndex(index);
 }
 
 // Settings

@@ -20,9 +20,20 @@ OVLook::OVLook(OVApplicationPrivate& d)
     : d(d)
 {}
 
+QString OVLook::ThemeFolder(OVApplication::ThemeType type)
+{
+    switch (type) {
+    case OVApplication::Dark:
+        return QStringLiteral(":/Dark");
+    case OVApplication::Light:
+        return QStringLiteral(":/Light");
+    }
+    return QString();
+}
+
 bool OVLook::LoadTheme()
 {
-    const QString dark = OVApplication::GetName(OVApplication::Dark);
+    const QString dark = ThemeFolder(OVApplication::Dark);
     const QString path = OVSettingsStore::UserValue(OVApplication::ThemePath, dark).toString();
     // Search paths are only added: Qt looks through them in the order they were added, so a
     // theme chosen later takes effect in a new process.
@@ -62,6 +73,20 @@ void OVLook::SetColour(const Colour& colour, const QColor& value)
         return;
     OVSettingsStore::SetUserValue(colour.key, value);
     emit(app->*colour.changed)();
+}
+
+int OVLook::PatternIndex()
+{
+    return OVSettingsStore::UserValue(OVApplication::TexturePatternIndex, 0).toInt();
+}
+
+void OVLook::SetPatternIndex(int index)
+{
+    OVApplication* app = OVApplication::GetInstance();
+    if (!app || index == PatternIndex())
+        return;
+    OVSettingsStore::SetUserValue(OVApplication::TexturePatternIndex, index);
+    emit app->TexturePatternChanged(index);
 }
 
 QBrush& OVLook::Gradient()
