@@ -1,20 +1,16 @@
 #include "OVApplication.h"
 
-#include "OVPluginContainer.h"
 #include "platform/OVPlatform.h"
 #include "private/OVApplication_p.h"
 #include "private/OVBuildLog_p.h"
 #include "private/OVLanguages_p.h"
 #include "private/OVLook_p.h"
 #include "private/OVPluginLoader_p.h"
+#include "private/OVSettingsStore_p.h"
 #include "private/OVStatisticsClient_p.h"
 
 #include <QDir>
 #include <QEvent>
-#include <QFile>
-#include <QFileInfo>
-#include <QPluginLoader>
-#include <QRegularExpression>
 
 #include <atomic>
 
@@ -22,10 +18,6 @@ namespace {
 
 // The application flags of the Qt version the editor was first released with (5.10.1).
 constexpr int kApplicationFlags = 0x050A01;
-
-const QString kLanguageIndexKey = QStringLiteral("Language/Index");
-const QString kLayerInfoKey = QStringLiteral("DocumentIO/IncompleteInfoState");
-const QString kFirstVersion = QStringLiteral("2.4.0");
 
 } // namespace
 
@@ -83,56 +75,34 @@ void OVApplication::FlushData()
 
 void OVApplication::UIReady()
 {
-    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    if (!d)
-        return;
-    // Last loaded first, so that a plug-in finds the plug-ins it was loaded after still
-    // unaware of the user interface, as they were when it was loaded.
-    for (auto it = d->plugins.rbegin(); it != d->plugins.rend(); ++it) {
-        if (it->status != PluginRecord::Loaded || !it->loader)
-            continue;
-        if (auto* container = qobject_cast<OVPluginContainer*>(it->loader->instance()))
-            container->UIReady();
-    }
+    if (OVApplicationPrivate* d = OVApplicationPrivate::Instance())
+        OVPluginLoader(*d).UIReady();
 }
 
 // Statistics
 
-namespace {
-
-const QString kStatisticsEnabledKey = QStringLiteral("Statistics/Enabled");
-
-// The client to queue on, or null without an application object or while statistics are off.
-StatisticsClient* StatisticsTarget(StatisticsClient* OVApplicationPrivate::*client)
-{
-    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    return d && d->statisticsEnabled ? d->*client : nullptr;
-}
-
-} // namespace
-
 void OVApplication::SendStatisticsEvent(const QJsonDocument& doc)
 {
-    if (StatisticsClient* client = StatisticsTarget(&OVApplicationPrivate::statisticsClient))
+    if (StatisticsClient* client = OVApplicationPrivate::EventsClient())
         client->EnqueueEvent(doc);
 }
 
 void OVApplication::SendStatisticsEvent(const QString& type, int id)
 {
-    if (StatisticsClient* client = StatisticsTarget(&OVApplicationPrivate::statisticsClient))
+    if (StatisticsClient* client = OVApplicationPrivate::EventsClient())
         client->EnqueueEvent(type, id);
 }
 
 void OVApplication::SendStatisticsEvent(const QString& type, int id, std::map<QString, QString> properties)
 {
-    if (StatisticsClient* client = StatisticsTarget(&OVApplicationPrivate::statisticsClient))
+    if (StatisticsClient* client = OVApplicationPrivate::EventsClient())
         client->EnqueueEvent(type, id, std::move(properties));
 }
 
 void OVApplication::SendIdentificationEvent(const QString& plan, const QString& channel, const QString& email,
                                             const QString& startVersion)
 {
-    if (StatisticsClient* client = StatisticsTarget(&OVApplicationPrivate::configuredClient))
+    if (StatisticsClient* client = OVApplicationPrivate::IdentificationClient())
         client->EnqueueIdentification(plan, channel, email, startVersion);
 }
 
@@ -148,7 +118,7 @@ void OVApplication::SetStatisticsEnabled(bool enabled)
     if (!d)
         return;
     d->statisticsEnabled = enabled;
-    SetUserValue(kStatisticsEnabledKey, enabled);
+    OVSettingsStore::SetUserValue(OVSettingsStore::kStatisticsEnabledKey, enabled);
 }
 
 bool OVApplication::IsStatisticsEnabled()
@@ -207,23 +177,14 @@ QStringList OVApplication::PluginFileName(PluginsLoadType type)
 
 std::vector<QString> OVApplication::GetErrorPlugins()
 {
-    std::vector<QString> files;
-    if (OVApplicationPrivate* d = OVApplicationPrivate::Instance())
-        for (const PluginRecord& record : d->plugins)
-            if (record.status != PluginRecord::Loaded)
-                files.push_back(record.fileName);
-    return files;
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    return d ? OVPluginLoader(*d).ErrorFiles() : std::vector<QString>();
 }
 
 QString OVApplication::GetErrorInfo(const QString& fileName)
 {
     OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    if (!d)
-        return QString();
-    for (const PluginRecord& record : d->plugins)
-        if (record.fileName == fileName)
-            return record.error;
-    return QStringLiteral("Errors not found");
+    return d ? OVPluginLoader(*d).ErrorInfo(fileName) : QString();
 }
 
 void OVApplication::RegisterRefineSelectionAction(QAction* action)
@@ -297,13 +258,7 @@ QString OVApplication::GetDefaultLanguage()
 
 QString OVApplication::GetName(ThemeType type)
 {
-    switch (type) {
-    case Dark:
-        return QStringLiteral(":/Dark");
-    case Light:
-        return QStringLiteral(":/Light");
-    }
-    return QString();
+    return OVLook::ThemeFolder(type);
 }
 
 OVApplication::ThemeType OVApplication::GetApplicationTheme()
@@ -396,167 +351,69 @@ QString OVApplication::GetPatternFile(int i)
 
 int OVApplication::GetTexturePatternIndex()
 {
-    return GetUserValue(TexturePatternIndex, 0).toInt();
+    return OVLook::PatternIndex();
 }
 
 void OVApplication::SetTexturePatternIndex(int index)
 {
-    OVApplication* app = GetInstance();
-    if (!app || index == GetTexturePatternIndex())
-        return;
-    SetUserValue(TexturePatternIndex, index);
-    emit app->TexturePatternChanged(index);
+    OVLook::SetPatternIndex(index);
 }
 
 // Settings
 
 QVariant OVApplication::GetApplicationValue(const QString& key, const QVariant& def)
 {
-    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    return d ? OVApplicationPrivate::ReadValue(d->appIniPath, key, def) : def;
+    return OVSettingsStore::AppValue(key, def);
 }
 
 void OVApplication::SetAppicationValue(const QString& key, const QVariant& value)
 {
-    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    if (!d)
-        return;
-    // Without "app.ini" and its folder, it is the user data folder that gets created, not the
-    // data folder; the host creates a data folder of its own choosing itself.
-    if (!QFileInfo::exists(d->appIniPath) && !QFileInfo::exists(GetDataFolder()))
-        QDir().mkpath(GetUserDataFolder());
-    OVApplicationPrivate::WriteValue(d->appIniPath, key, value);
+    OVSettingsStore::SetAppValue(key, value);
 }
 
 QVariant OVApplication::GetUserValue(const QString& key, const QVariant& def)
 {
-    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    if (!d)
-        return def;
-    if (key != kLanguageIndexKey)
-        return OVApplicationPrivate::ReadValue(d->userIniPath, key, def);
-    // A stored language may carry a region ("pt_BR"); the editor knows languages only. With
-    // nothing stored the caller's default comes back as it is. Settings never read back as a
-    // pointer, so one stands for the absent value.
-    const QVariant absent = QVariant::fromValue<void*>(nullptr);
-    const QVariant value = OVApplicationPrivate::ReadValue(d->userIniPath, key, absent);
-    if (value.userType() == QMetaType::VoidStar)
-        return def;
-    static const QRegularExpression region(QStringLiteral("(_.*)$"));
-    return value.toString().remove(region);
+    return OVSettingsStore::UserValue(key, def);
 }
 
 void OVApplication::SetUserValue(const QString& key, const QVariant& value)
 {
-    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    if (!d)
-        return;
-    // The version that first created "user.ini" is recorded once and never updated.
-    if (!QFileInfo::exists(d->userIniPath)) {
-        QDir().mkpath(GetUserDataFolder());
-        OVApplicationPrivate::WriteValue(d->userIniPath, GetName(Version), kFirstVersion);
-    }
-    OVApplicationPrivate::WriteValue(d->userIniPath, key, value);
+    OVSettingsStore::SetUserValue(key, value);
 }
 
 QVariant OVApplication::GetUserValue(UseDataRole role, const QVariant& def)
 {
-    return GetUserValue(GetName(role), def);
+    return OVSettingsStore::UserValue(role, def);
 }
 
 void OVApplication::SetUserValue(UseDataRole role, const QVariant& value)
 {
-    SetUserValue(GetName(role), value);
+    OVSettingsStore::SetUserValue(role, value);
 }
 
 QString OVApplication::GetName(UseDataRole role)
 {
-    switch (role) {
-    case Version:
-        return QStringLiteral("Version");
-    case LanguageIndex:
-        return QStringLiteral("Language/Index");
-    case ThemePath:
-        return QStringLiteral("Theme/Path");
-    case CMWorkingProfileID:
-        return QStringLiteral("ColorManagement/WorkingProfileID");
-    case CMMissingPolicy:
-        return QStringLiteral("ColorManagement/MissingPolicy");
-    case CMEqualPolicy:
-        return QStringLiteral("ColorManagement/EqualPolicy");
-    case CMNotEqualPolicy:
-        return QStringLiteral("ColorManagement/NotEqualPolicy");
-    case CMColorSpaceMismatchPolicy:
-        return QStringLiteral("ColorManagement/ColorSpaceMismatchPolicy");
-    case ShowPNGCompressionSettings:
-        return QStringLiteral("MessagesAndConfirmationsSettings/ShowPNGCompressionSettings");
-    case ShowJPGCompressionSettings:
-        return QStringLiteral("MessagesAndConfirmationsSettings/ShowJPGCompressionSettings");
-    case ShowTIFFCompressionSettings:
-        return QStringLiteral("MessagesAndConfirmationsSettings/ShowTIFFCompressionSettings");
-    case SavePathOpen:
-        return QStringLiteral("Save/PathOpen");
-    case SavePathExport:
-        return QStringLiteral("Save/PathExport");
-    case SaveAsSuffix:
-        return QStringLiteral("SaveAs/Suffix");
-    case BatchPathOpen:
-        return QStringLiteral("Batch/Path/Open");
-    case BatchPathInput:
-        return QStringLiteral("Batch/Path/Input");
-    case BatchPathOutput:
-        return QStringLiteral("Batch/Path/Output");
-    case ColorsBackground:
-        return QStringLiteral("Colors/Background");
-    case ColorsForeground:
-        return QStringLiteral("Colors/Foreground");
-    case ColorsMaskBackground:
-        return QStringLiteral("Colors/Mask/Background");
-    case ColorsMaskForeground:
-        return QStringLiteral("Colors/Mask/Foreground");
-    case StartupWindowShow:
-        return QStringLiteral("StartupWindow/Show");
-    case MiscellaneousCheckForUpdate:
-        return QStringLiteral("Miscellaneous/CheckForUpdate");
-    case UpdateRemind:
-        return QStringLiteral("Update/Remind");
-    case UpdateRemindDate:
-        return QStringLiteral("Update/RemindDate");
-    case TexturePatternIndex:
-        return QStringLiteral("TexturePatternIndex");
-    case ApplicationTemporaryPath:
-        return QStringLiteral("ApplicationTemporaryPath");
-    }
-    return QString();
+    return OVSettingsStore::Key(role);
 }
 
 QString OVApplication::GetDataFolder()
 {
-    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    return d ? QFileInfo(d->appIniPath).absolutePath() : QString();
+    return OVSettingsStore::DataFolder();
 }
 
-// An empty folder is ignored on purpose: it would point the settings file at the root of
-// the drive, "/app.ini".
 void OVApplication::SetDataFolder(const QString& folder)
 {
-    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    if (d && !folder.isEmpty())
-        OVApplicationPrivate::MoveIni(&d->appIniPath, folder, QStringLiteral("app.ini"));
+    OVSettingsStore::SetDataFolder(folder);
 }
 
 QString OVApplication::GetUserDataFolder()
 {
-    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    return d ? QFileInfo(d->userIniPath).absolutePath() : QString();
+    return OVSettingsStore::UserDataFolder();
 }
 
-// An empty folder is ignored on purpose, as for SetDataFolder().
 void OVApplication::SetUserDataFolder(const QString& folder)
 {
-    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
-    if (d && !folder.isEmpty())
-        OVApplicationPrivate::MoveIni(&d->userIniPath, folder, QStringLiteral("user.ini"));
+    OVSettingsStore::SetUserDataFolder(folder);
 }
 
 QString OVApplication::GetPathOpen()
@@ -641,12 +498,12 @@ void OVApplication::SetTIFCompressionVisible(bool visible)
 
 bool OVApplication::WarnAboutLayerInfo()
 {
-    return GetUserValue(kLayerInfoKey, true).toBool();
+    return GetUserValue(OVSettingsStore::kLayerInfoKey, true).toBool();
 }
 
 void OVApplication::SetWarnAboutLayerInfo(bool warn)
 {
-    SetUserValue(kLayerInfoKey, warn);
+    SetUserValue(OVSettingsStore::kLayerInfoKey, warn);
 }
 
 OVApplication::ColorManagementMissingPolicy OVApplication::GetColorManagementMissingPolicy()

@@ -6,10 +6,8 @@
 #include "private/KXExportSizes_p.h"
 #include "private/OVBuildLog_p.h"
 #include "private/OVLanguages_p.h"
-#include "private/OVSettingsFile_p.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QProcessEnvironment>
 
 #include "private/OVCoreConfig_p.h"
@@ -22,6 +20,12 @@ IBrushFactory* s_brushFactory = nullptr;
 
 const QString kProductPath = QStringLiteral("/Tamsendo/Orvelin");
 const QString kLocalAppDataPath = QStringLiteral("/AppData/Local");
+
+StatisticsClient* StatisticsTarget(StatisticsClient* OVApplicationPrivate::*client)
+{
+    OVApplicationPrivate* d = OVApplicationPrivate::Instance();
+    return d && d->statisticsEnabled ? d->*client : nullptr;
+}
 
 } // namespace
 
@@ -73,15 +77,14 @@ void OVApplicationPrivate::Start()
     const QString dataFolder =
         appData.isEmpty() ? userDataFolder : appData + QDir::toNativeSeparators(kProductPath);
 
-    appIniPath = IniPath(dataFolder, QStringLiteral("app.ini"));
-    userIniPath = IniPath(userDataFolder, QStringLiteral("user.ini"));
+    settings.Locate(dataFolder, userDataFolder);
 
     // A failure here is not reported: later writes of user values then simply fail.
     QDir().mkpath(userDataFolder);
 
     translationsDir = QDir(OVApplication::GetResourcePath() + QStringLiteral("/translations")).absolutePath();
     languages = OVLanguages(*this).Scan();
-    statisticsEnabled = ReadValue(userIniPath, QStringLiteral("Statistics/Enabled"), true).toBool();
+    statisticsEnabled = OVSettingsStore::UserValue(OVSettingsStore::kStatisticsEnabledKey, true).toBool();
 
     KXExportResolutionsPrivate::LoadInstance(userDataFolder + KXExportResolutionTable::FileName());
     KXExportSizesPrivate::LoadInstance(userDataFolder + KXExportSizeTable::FileName());
@@ -103,36 +106,12 @@ void OVApplicationPrivate::SetBrushFactory(IBrushFactory* factory)
     s_brushFactory = factory;
 }
 
-QVariant OVApplicationPrivate::ReadValue(const QString& iniPath, const QString& key, const QVariant& def)
+StatisticsClient* OVApplicationPrivate::EventsClient()
 {
-    if (key.isEmpty())
-        return def;
-    return OVSettingsFile::Value(iniPath, key, def);
+    return StatisticsTarget(&OVApplicationPrivate::statisticsClient);
 }
 
-void OVApplicationPrivate::WriteValue(const QString& iniPath, const QString& key, const QVariant& value)
+StatisticsClient* OVApplicationPrivate::IdentificationClient()
 {
-    // QSettings ignores an empty key (with a warning); there is nothing to write under it.
-    if (key.isEmpty())
-        return;
-    OVSettingsFile::SetValue(iniPath, key, value);
-}
-
-QString OVApplicationPrivate::IniPath(const QString& folder, const QString& fileName)
-{
-    return QDir::toNativeSeparators(folder) + QDir::separator() + fileName;
-}
-
-void OVApplicationPrivate::MoveIni(QString* iniPath, const QString& folder, const QString& fileName)
-{
-#ifdef Q_OS_WIN
-    const Qt::CaseSensitivity cs = Qt::CaseInsensitive;
-#else
-    const Qt::CaseSensitivity cs = Qt::CaseSensitive;
-#endif
-    const QString current = QFileInfo(*iniPath).absolutePath();
-    if (QDir::cleanPath(QDir(folder).absolutePath()).compare(QDir::cleanPath(current), cs) == 0)
-        return;
-    *iniPath = IniPath(folder, fileName);
-    QDir().mkpath(folder);
+    return StatisticsTarget(&OVApplicationPrivate::configuredClient);
 }

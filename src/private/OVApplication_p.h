@@ -1,5 +1,7 @@
 #pragma once
 
+#include "private/OVSettingsStore_p.h"
+
 #include <QColor>
 #include <QMap>
 #include <QString>
@@ -54,19 +56,13 @@ public:
     static IBrushFactory* BrushFactory();
     static void SetBrushFactory(IBrushFactory* factory);
 
-    // One value of an INI file, read or written through a QSettings opened for this access
-    // (OVSettingsFile).
-    static QVariant ReadValue(const QString& iniPath, const QString& key, const QVariant& def);
-    static void WriteValue(const QString& iniPath, const QString& key, const QVariant& value);
-
-    // The native path of fileName in folder.
-    static QString IniPath(const QString& folder, const QString& fileName);
-    // Points *iniPath at fileName in folder, creating folder, unless it is already there.
-    static void MoveIni(QString* iniPath, const QString& folder, const QString& fileName);
+    // The statistics client to queue on, or null without an application object or while
+    // statistics are off.
+    static StatisticsClient* EventsClient();
+    static StatisticsClient* IdentificationClient();
 
     OVApplication* const owner;
-    QString appIniPath;
-    QString userIniPath;
+    OVSettingsStore settings;
     QString translationsDir;
     QStringList languages;
     QString language;

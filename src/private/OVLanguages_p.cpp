@@ -4,6 +4,7 @@
 #include "private/OVApplication_p.h"
 #include "private/OVBuildLog_p.h"
 #include "private/OVSettingsFile_p.h"
+#include "private/OVSettingsStore_p.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -92,7 +93,7 @@ QString OVLanguages::Name(const QString& code) const
 QString OVLanguages::DefaultLanguage()
 {
     const QString ini = OVApplication::GetResourcePath() + QStringLiteral("/settings/installsettings.ini");
-    return OVSettingsFile::Value(ini, OVApplication::GetName(OVApplication::LanguageIndex),
+    return OVSettingsFile::Value(ini, OVSettingsStore::Key(OVApplication::LanguageIndex),
                                  QStringLiteral("en"), OVSettingsFile::ReadInstalled)
         .toString();
 }

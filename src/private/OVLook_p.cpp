@@ -2,6 +2,7 @@
 
 #include "private/OVApplication_p.h"
 #include "private/OVBuildLog_p.h"
+#include "private/OVSettingsStore_p.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,10 +20,21 @@ OVLook::OVLook(OVApplicationPrivate& d)
     : d(d)
 {}
 
+QString OVLook::ThemeFolder(OVApplication::ThemeType type)
+{
+    switch (type) {
+    case OVApplication::Dark:
+        return QStringLiteral(":/Dark");
+    case OVApplication::Light:
+        return QStringLiteral(":/Light");
+    }
+    return QString();
+}
+
 bool OVLook::LoadTheme()
 {
-    const QString dark = OVApplication::GetName(OVApplication::Dark);
-    const QString path = OVApplication::GetUserValue(OVApplication::ThemePath, dark).toString();
+    const QString dark = ThemeFolder(OVApplication::Dark);
+    const QString path = OVSettingsStore::UserValue(OVApplication::ThemePath, dark).toString();
     // Search paths are only added: Qt looks through them in the order they were added, so a
     // theme chosen later takes effect in a new process.
     QDir::addSearchPath(QStringLiteral("theme"), path);
@@ -51,7 +63,7 @@ int OVLook::LoadPatterns(const QString& folder)
 
 QColor OVLook::GetColour(const Colour& colour)
 {
-    return OVApplication::GetUserValue(colour.key, QColor(colour.def)).value<QColor>();
+    return OVSettingsStore::UserValue(colour.key, QColor(colour.def)).value<QColor>();
 }
 
 void OVLook::SetColour(const Colour& colour, const QColor& value)
@@ -59,8 +71,22 @@ void OVLook::SetColour(const Colour& colour, const QColor& value)
     OVApplication* app = OVApplication::GetInstance();
     if (!app || value == GetColour(colour))
         return;
-    OVApplication::SetUserValue(colour.key, value);
+    OVSettingsStore::SetUserValue(colour.key, value);
     emit(app->*colour.changed)();
+}
+
+int OVLook::PatternIndex()
+{
+    return OVSettingsStore::UserValue(OVApplication::TexturePatternIndex, 0).toInt();
+}
+
+void OVLook::SetPatternIndex(int index)
+{
+    OVApplication* app = OVApplication::GetInstance();
+    if (!app || index == PatternIndex())
+        return;
+    OVSettingsStore::SetUserValue(OVApplication::TexturePatternIndex, index);
+    emit app->TexturePatternChanged(index);
 }
 
 QBrush& OVLook::Gradient()

@@ -17,6 +17,8 @@ class OVLook
 public:
     explicit OVLook(OVApplicationPrivate& d);
 
+    // The resource folder of a theme, or an empty one for a value outside the enumeration.
+    static QString ThemeFolder(OVApplication::ThemeType type);
     // Applies the style sheet "pixel.qss" of the stored theme folder.
     bool LoadTheme();
     // Appends the pattern images of folder; returns how many were appended.
@@ -37,6 +39,10 @@ public:
 
     static QColor GetColour(const Colour& colour);
     static void SetColour(const Colour& colour, const QColor& value);
+
+    // The chosen texture pattern; a change is stored and announced.
+    static int PatternIndex();
+    static void SetPatternIndex(int index);
 
     // The process-wide gradient brush; it outlives any application object.
     static QBrush& Gradient();

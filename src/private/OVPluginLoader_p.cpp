@@ -259,6 +259,33 @@ void OVPluginLoader::Unload(const QStringList& files)
     }
 }
 
+void OVPluginLoader::UIReady() const
+{
+    // Last loaded first, so that a plug-in finds the plug-ins it was loaded after still
+    // unaware of the user interface, as they were when it was loaded.
+    for (auto it = m_app.plugins.rbegin(); it != m_app.plugins.rend(); ++it)
+        if (it->status == PluginRecord::Loaded)
+            if (OVPluginContainer* container = ContainerOf(it->loader))
+                container->UIReady();
+}
+
+std::vector<QString> OVPluginLoader::ErrorFiles() const
+{
+    std::vector<QString> files;
+    for (const PluginRecord& record : m_app.plugins)
+        if (record.status != PluginRecord::Loaded)
+            files.push_back(record.fileName);
+    return files;
+}
+
+QString OVPluginLoader::ErrorInfo(const QString& fileName) const
+{
+    for (const PluginRecord& record : m_app.plugins)
+        if (record.fileName == fileName)
+            return record.error;
+    return QStringLiteral("Errors not found");
+}
+
 void OVPluginLoader::UnloadLibrary(size_t index)
 {
     PluginRecord& record = m_app.plugins[index];

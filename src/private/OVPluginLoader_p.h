@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <vector>
+
 class QFileInfo;
 class OVApplicationPrivate;
 class OVPlugin;
@@ -26,6 +28,12 @@ public:
     void Load(const QStringList& files);
     void UnloadAll();
     void Unload(const QStringList& files);
+    // Tells the containers of the loaded libraries that the user interface is ready.
+    void UIReady() const;
+
+    // The libraries that did not load, in attempt order, and the error of one of them.
+    std::vector<QString> ErrorFiles() const;
+    QString ErrorInfo(const QString& fileName) const;
 
     // The installed path of each well-known library of one flag (an empty string for one that
     // does not exist).

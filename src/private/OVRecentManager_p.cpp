@@ -1,8 +1,8 @@
 #include "private/OVRecentManager_p.h"
 
-#include "OVApplication.h"
 #include "OVRecentManager.h"
 #include "private/OVRecentList_p.h"
+#include "private/OVSettingsStore_p.h"
 
 #include <QFile>
 
@@ -10,16 +10,13 @@
 
 namespace {
 
-const QString kRecentLimitKey = QStringLiteral("RecentLimit");
-const QString kRecentFilesKey = QStringLiteral("RecentFiles");
-const QString kFavoriteLimitKey = QStringLiteral("FavoriteLimit");
-const QString kFavoriteFilesKey = QStringLiteral("FavoriteFiles");
+using S = OVSettingsStore;
 
 // A stored limit, bounded to 0..maximum; a value that is no number reads as 0, as QVariant
 // converts it.
 int ReadLimit(const QString& key, int def, int maximum)
 {
-    return std::clamp(OVApplication::GetUserValue(key, def).toInt(), 0, maximum);
+    return std::clamp(S::UserValue(key, def).toInt(), 0, maximum);
 }
 
 // The first limit paths of a stored list that name existing files. Strings that cannot be
@@ -27,7 +24,7 @@ int ReadLimit(const QString& key, int def, int maximum)
 QStringList ReadList(const QString& key, int limit)
 {
     QStringList paths;
-    const QByteArray bytes = OVApplication::GetUserValue(key, QByteArray()).toByteArray();
+    const QByteArray bytes = S::UserValue(key, QByteArray()).toByteArray();
     for (const QString& path : OVRecentList::Decode(bytes, limit)) {
         if (!path.isEmpty() && !path.contains(QChar::Null) && QFile::exists(path))
             paths << path;
@@ -40,18 +37,18 @@ QStringList ReadList(const QString& key, int limit)
 OVRecentManagerPrivate::OVRecentManagerPrivate(OVRecentManager* owner)
     : owner(owner)
 {
-    recentsNumber = ReadLimit(kRecentLimitKey, recentsNumber, kRecentMaximum);
-    recents = ReadList(kRecentFilesKey, recentsNumber);
-    favoritesNumber = ReadLimit(kFavoriteLimitKey, favoritesNumber, kFavoriteMaximum);
-    favorites = ReadList(kFavoriteFilesKey, favoritesNumber);
+    recentsNumber = ReadLimit(S::kRecentLimitKey, recentsNumber, kRecentMaximum);
+    recents = ReadList(S::kRecentFilesKey, recentsNumber);
+    favoritesNumber = ReadLimit(S::kFavoriteLimitKey, favoritesNumber, kFavoriteMaximum);
+    favorites = ReadList(S::kFavoriteFilesKey, favoritesNumber);
 }
 
 OVRecentManagerPrivate::~OVRecentManagerPrivate()
 {
-    OVApplication::SetUserValue(kRecentLimitKey, recentsNumber);
-    OVApplication::SetUserValue(kFavoriteLimitKey, favoritesNumber);
-    OVApplication::SetUserValue(kRecentFilesKey, OVRecentList::Encode(recents));
-    OVApplication::SetUserValue(kFavoriteFilesKey, OVRecentList::Encode(favorites));
+    S::SetUserValue(S::kRecentLimitKey, recentsNumber);
+    S::SetUserValue(S::kFavoriteLimitKey, favoritesNumber);
+    S::SetUserValue(S::kRecentFilesKey, OVRecentList::Encode(recents));
+    S::SetUserValue(S::kFavoriteFilesKey, OVRecentList::Encode(favorites));
 }
 
 void OVRecentManagerPrivate::PushRecent(const QString& path)
