@@ -4,8 +4,6 @@
 #include "OVTestSupport.h"
 #include "private/OVCoreConfig_p.h"
 
-#include <QResource>
-
 namespace {
 void Row(const char* name, const char* document, const char* path, const QString& expected = QString())
 {
@@ -20,10 +18,7 @@ class TestCoreConfig : public QObject
 private slots:
     void lookup_data()
     {
-        QTest::addColumn<QString>("document");
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("expected");
-
+        OVTest::Columns<QString, QString, QString>({"document", "path", "expected"});
         Row("value", "basic", "node1/A0", "k");
         Row("missing value", "basic", "node1/A2");
         Row("main is not a segment", "basic", "main/node1/A0");
@@ -50,7 +45,6 @@ private slots:
         QFETCH(QString, document);
         QFETCH(QString, path);
         QFETCH(QString, expected);
-
         const QString rcc = QStringLiteral(OV_CORE_RCC_DIR "/%1.rcc").arg(document);
         QVERIFY(document.isEmpty() || QResource::registerResource(rcc));
         const QString value = ReadCoreConfigValue(path);

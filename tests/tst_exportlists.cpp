@@ -7,12 +7,9 @@
 #include "private/KXExportResolutions_p.h"
 #include "private/KXExportSizes_p.h"
 
-#include <QDir>
-#include <QFileInfo>
-
 namespace {
 
-const QString kSizes = QStringLiteral("Sizes");
+const QString kSizes = "Sizes";
 
 QString UserFile(const QString& group)
 {
@@ -64,7 +61,7 @@ private slots:
     {
         // No user file at start: the host's defaults, then written to the user's file, whose list
         // is the one loaded from then on.
-        for (const QString& group : {QStringLiteral("Resolutions"), kSizes}) {
+        for (const QString& group : QStringList{"Resolutions", kSizes}) {
             QCOMPARE(Defaults(group).size(), group == kSizes ? 2 : 3);
             QCOMPARE(Items(group), Defaults(group));
             QCOMPARE(Stored(UserFile(group), group), Defaults(group));
@@ -89,10 +86,8 @@ private slots:
 
     void loading_data()
     {
-        QTest::addColumn<QString>("group");
-        QTest::addColumn<QByteArray>("file");  // "<dir>": a folder stands at the file's place
-        QTest::addColumn<QString>("expected"); // "<defaults>": the host's list
-
+        // file "<dir>": a folder stands at the file's place; expected "<defaults>": the host's list
+        OVTest::Columns<QString, QByteArray, QString>({"group", "file", "expected"});
         const QByteArray version = "[General]\nVersion=2.3.0\n";
         QTest::newRow("resolution rules") << "Resolutions"
                                           << version + "[Resolutions]\n0=0x600\n1=abc\n2=800x600x2\n3="
