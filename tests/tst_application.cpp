@@ -17,7 +17,6 @@ QStringList s_categories;
 class TestApplication : public QObject
 {
     Q_OBJECT
-
 private slots:
     // Must stay the process's first calls: the kept name lives as long as the process.
     void osNameKeepsFirstResult()
@@ -125,12 +124,10 @@ private slots:
     void buildLogSourcePath_data()
     {
         OVTest::Columns<QString, QString>({"file", "expected"});
-        QTest::newRow("private") << QStringLiteral(OVCORE_SOURCE_ROOT "src/private/OVApplication_p.cpp")
-                                 << "src\\private\\OVApplication_p.cpp";
-        QTest::newRow("relative to the build") << "../../src/OVApplication.cpp"
-                                               << "src\\OVApplication.cpp";
-        QTest::newRow("outside") << "/elsewhere/x.cpp"
-                                 << "\\elsewhere\\x.cpp";
+        OVTest::Row("private", QStringLiteral(OVCORE_SOURCE_ROOT "src/private/OVApplication_p.cpp"),
+                    "src\\private\\OVApplication_p.cpp");
+        OVTest::Row("relative to the build", "../../src/OVApplication.cpp", "src\\OVApplication.cpp");
+        OVTest::Row("outside", "/elsewhere/x.cpp", "\\elsewhere\\x.cpp");
     }
     void buildLogSourcePath()
     {

@@ -14,7 +14,6 @@ void Row(const char* name, const char* document, const char* path, const QString
 class TestCoreConfig : public QObject
 {
     Q_OBJECT
-
 private slots:
     void lookup_data()
     {

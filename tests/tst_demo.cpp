@@ -162,7 +162,6 @@ void Headless(const char* name, const char* files, const char* extra, int status
 class TestDemo : public QObject
 {
     Q_OBJECT
-
 private slots:
     void initTestCase()
     {

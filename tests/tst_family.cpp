@@ -9,7 +9,6 @@
 class TestFamily : public QObject
 {
     Q_OBJECT
-
 private slots:
     void profiles_data()
     {

@@ -114,7 +114,6 @@ bool RecordSave(KXDocumentInterface* document, void* data)
 class TestImageFileRegistry : public QObject
 {
     Q_OBJECT
-
 private slots:
     void init()
     {

@@ -11,7 +11,6 @@ bool s_beforeApplication = false;
 class TestNoInstance : public QObject
 {
     Q_OBJECT
-
 private slots:
     void defaultsAndHarmlessSetters()
     {

@@ -57,7 +57,6 @@ QStringList LoadLines(const QStringList& messages)
 class TestPluginLoader : public QObject
 {
     Q_OBJECT
-
 private slots:
     void initTestCase()
     {

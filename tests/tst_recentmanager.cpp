@@ -36,17 +36,11 @@ QString File(const QString& name)
     return file.fileName();
 }
 
-void Row(const char* name, const QString& steps, const QString& expected, const QString& lists)
-{
-    QTest::newRow(name) << steps << expected << lists;
-}
-
 } // namespace
 
 class TestRecentManager : public QObject
 {
     Q_OBJECT
-
 private slots:
     void cleanup() { OVRecentManager::ReleaseInstance(); }
     void sequences_data()
@@ -55,21 +49,25 @@ private slots:
         // R SetRecentsNumber, F SetFavoritesNumber, ? logs the item data of role 7. The signals of
         // the steps before "|" are not compared. Then the recents and the favourites afterwards.
         OVTest::Columns<QString, QString, QString>({"steps", "expected", "lists"});
-        Row("pushed again", "r:a r:b d:a | r:a ?:a", "RecentRemoved(a) RecentInserted(a) data(a)=1", "a b |");
-        Row("favourite pushed as recent", "f:a | r:a", "FavoriteUpdated(a)", "| a");
-        Row("favourites full", "f:1 f:2 f:3 f:4 f:5 | f:6", "", "| 5 4 3 2 1");
-        Row("promotion", "r:a r:b d:a | f:a ?:a", "RecentRemoved(a) FavoriteInserted(a) data(a)=1", "b | a");
-        Row("demotion", "f:z r:1 r:2 r:3 r:4 r:5 r:6 r:7 r:8 r:9 r:10 | x:z ?:z",
-            "FavoriteRemoved(z) RecentRemoved(1) RecentInserted(z) data(z)=none", "z 10 9 8 7 6 5 4 3 2 |");
-        Row("removed recent", "r:a d:a | x:a r:a ?:a", "RecentRemoved(a) RecentInserted(a) data(a)=none",
-            "a |");
-        Row("favourites trimmed", "f:a f:b f:c | F:1",
-            "FavoriteRemoved(a) RecentInserted(a) FavoriteRemoved(b) RecentInserted(b)", "b a | c");
-        Row("recents trimmed", "r:a r:b r:c | R:1", "RecentRemoved(a) RecentRemoved(b)", "c |");
-        Row("recents full", "R:2 r:a r:b | r:c", "RecentRemoved(a) RecentInserted(c)", "c b |");
-        Row("limit 0 is no limit", "R:0 f:a | r:a", "RecentInserted(a)", "a | a");
-        Row("data and updates", "r:a f:b | d:a d:b d:q u:a u:b u:q",
-            "RecentDataChanged(a,7) FavoriteDataChanged(b,7) RecentUpdated(a) FavoriteUpdated(b)", "a | b");
+        OVTest::Row("pushed again", "r:a r:b d:a | r:a ?:a", "RecentRemoved(a) RecentInserted(a) data(a)=1",
+                    "a b |");
+        OVTest::Row("favourite pushed as recent", "f:a | r:a", "FavoriteUpdated(a)", "| a");
+        OVTest::Row("favourites full", "f:1 f:2 f:3 f:4 f:5 | f:6", "", "| 5 4 3 2 1");
+        OVTest::Row("promotion", "r:a r:b d:a | f:a ?:a", "RecentRemoved(a) FavoriteInserted(a) data(a)=1",
+                    "b | a");
+        OVTest::Row("demotion", "f:z r:1 r:2 r:3 r:4 r:5 r:6 r:7 r:8 r:9 r:10 | x:z ?:z",
+                    "FavoriteRemoved(z) RecentRemoved(1) RecentInserted(z) data(z)=none",
+                    "z 10 9 8 7 6 5 4 3 2 |");
+        OVTest::Row("removed recent", "r:a d:a | x:a r:a ?:a",
+                    "RecentRemoved(a) RecentInserted(a) data(a)=none", "a |");
+        OVTest::Row("favourites trimmed", "f:a f:b f:c | F:1",
+                    "FavoriteRemoved(a) RecentInserted(a) FavoriteRemoved(b) RecentInserted(b)", "b a | c");
+        OVTest::Row("recents trimmed", "r:a r:b r:c | R:1", "RecentRemoved(a) RecentRemoved(b)", "c |");
+        OVTest::Row("recents full", "R:2 r:a r:b | r:c", "RecentRemoved(a) RecentInserted(c)", "c b |");
+        OVTest::Row("limit 0 is no limit", "R:0 f:a | r:a", "RecentInserted(a)", "a | a");
+        OVTest::Row("data and updates", "r:a f:b | d:a d:b d:q u:a u:b u:q",
+                    "RecentDataChanged(a,7) FavoriteDataChanged(b,7) RecentUpdated(a) FavoriteUpdated(b)",
+                    "a | b");
     }
     void sequences()
     {

@@ -52,7 +52,6 @@ QAction* Tool(const QMenu& menu, const QString& uid)
 class TestSamplePlugins : public QObject
 {
     Q_OBJECT
-
 private slots:
     void initTestCase()
     {
@@ -100,19 +99,16 @@ private slots:
     void adjustments_data()
     {
         OVTest::Columns<QString, QVariantMap, QRgb, QRgb>({"uid", "parameters", "pixel", "expected"});
-        QTest::newRow("brightness -100 is black, alpha kept")
-            << kBrightnessContrast << QVariantMap{{"brightness", -100}} << qRgba(10, 100, 250, 128)
-            << qRgba(0, 0, 0, 128);
-        QTest::newRow("contrast +100 doubles the distance from grey")
-            << kBrightnessContrast << QVariantMap{{"contrast", 100}} << qRgba(100, 128, 160, 255)
-            << qRgba(73, 129, 193, 255);
-        QTest::newRow("out-of-range parameters are bounded")
-            << kBrightnessContrast << QVariantMap{{"brightness", 500}} << qRgba(0, 0, 0, 255)
-            << qRgba(255, 255, 255, 255);
-        QTest::newRow("grey-scale") << kGreyscale << QVariantMap() << qRgba(255, 0, 0, 200)
-                                    << qRgba(qGray(255, 0, 0), qGray(255, 0, 0), qGray(255, 0, 0), 200);
-        QTest::newRow("blur keeps a flat colour")
-            << kBoxBlur << QVariantMap{{"radius", 3}} << qRgba(30, 60, 90, 255) << qRgba(30, 60, 90, 255);
+        OVTest::Row("brightness -100 is black, alpha kept", kBrightnessContrast,
+                    QVariantMap{{"brightness", -100}}, qRgba(10, 100, 250, 128), qRgba(0, 0, 0, 128));
+        OVTest::Row("contrast +100 doubles the distance from grey", kBrightnessContrast,
+                    QVariantMap{{"contrast", 100}}, qRgba(100, 128, 160, 255), qRgba(73, 129, 193, 255));
+        OVTest::Row("out-of-range parameters are bounded", kBrightnessContrast,
+                    QVariantMap{{"brightness", 500}}, qRgba(0, 0, 0, 255), qRgba(255, 255, 255, 255));
+        OVTest::Row("grey-scale", kGreyscale, QVariantMap(), qRgba(255, 0, 0, 200),
+                    qRgba(qGray(255, 0, 0), qGray(255, 0, 0), qGray(255, 0, 0), 200));
+        OVTest::Row("blur keeps a flat colour", kBoxBlur, QVariantMap{{"radius", 3}}, qRgba(30, 60, 90, 255),
+                    qRgba(30, 60, 90, 255));
     }
     void adjustments()
     {

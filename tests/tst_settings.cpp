@@ -94,7 +94,6 @@ QPair<QByteArray, QByteArray> RunChild(const QMap<QString, QByteArray>& files)
 class TestSettings : public QObject
 {
     Q_OBJECT
-
 private slots:
     void init()
     {

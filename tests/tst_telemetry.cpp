@@ -85,16 +85,14 @@ struct TestScreen : QPlatformScreen
 
     QRect rect{800, 0, 1280, 800};
     qreal ratio = 1;
-    static std::atomic<bool> offGuiThread;
+    static inline std::atomic<bool> offGuiThread{false};
 };
-std::atomic<bool> TestScreen::offGuiThread{false};
 
 } // namespace
 
 class TestTelemetry : public QObject
 {
     Q_OBJECT
-
 private slots:
     void init() { s_server->Clear(); }
 
@@ -110,16 +108,16 @@ private slots:
         emptyProperties.insert("event_properties", QJsonObject());
         const QJsonObject huge{{"blob", QString(4 << 20, 'h')}};
 
-        QTest::newRow("type and id") << 1 << QJsonDocument() << Properties() << open;
-        QTest::newRow("properties") << 2 << QJsonDocument() << Properties{{"a", "1"}, {"b", "x y&z=%"}}
-                                    << withProperties;
-        QTest::newRow("no properties") << 2 << QJsonDocument() << Properties() << emptyProperties;
-        QTest::newRow("stamps replaced")
-            << 0 << QJsonDocument(QJsonObject{{"device_id", "x"}, {"session_id", 1}, {"k", true}})
-            << Properties() << QJsonObject{{"k", true}};
-        QTest::newRow("array") << 0 << QJsonDocument(QJsonArray{1, 2}) << Properties() << QJsonObject();
-        QTest::newRow("empty") << 0 << QJsonDocument() << Properties() << QJsonObject();
-        QTest::newRow("huge") << 0 << QJsonDocument(huge) << Properties() << huge;
+        OVTest::Row("type and id", 1, QJsonDocument(), Properties(), open);
+        OVTest::Row("properties", 2, QJsonDocument(), Properties{{"a", "1"}, {"b", "x y&z=%"}},
+                    withProperties);
+        OVTest::Row("no properties", 2, QJsonDocument(), Properties(), emptyProperties);
+        OVTest::Row("stamps replaced", 0,
+                    QJsonDocument(QJsonObject{{"device_id", "x"}, {"session_id", 1}, {"k", true}}),
+                    Properties(), QJsonObject{{"k", true}});
+        OVTest::Row("array", 0, QJsonDocument(QJsonArray{1, 2}), Properties(), QJsonObject());
+        OVTest::Row("empty", 0, QJsonDocument(), Properties(), QJsonObject());
+        OVTest::Row("huge", 0, QJsonDocument(huge), Properties(), huge);
     }
     void events()
     {
@@ -188,12 +186,11 @@ private slots:
     {
         OVTest::Columns<QStringList, QStringList, QStringList>({"steps", "resolutions", "scalings"});
         using OVTest::Words;
-        QTest::newRow("added") << Words("add") << Words("800x600 1280x800") << Words("100 100");
-        QTest::newRow("made primary")
-            << Words("add primary") << Words("1280x800 800x600") << Words("100 100");
-        QTest::newRow("geometry") << Words("add geometry") << Words("800x600 1920x1080") << Words("100 100");
-        QTest::newRow("scale") << Words("add scale") << Words("800x600 1920x1200") << Words("100 150");
-        QTest::newRow("removed") << Words("add remove") << Words("800x600") << Words("100");
+        OVTest::Row("added", Words("add"), Words("800x600 1280x800"), Words("100 100"));
+        OVTest::Row("made primary", Words("add primary"), Words("1280x800 800x600"), Words("100 100"));
+        OVTest::Row("geometry", Words("add geometry"), Words("800x600 1920x1080"), Words("100 100"));
+        OVTest::Row("scale", Words("add scale"), Words("800x600 1920x1200"), Words("100 150"));
+        OVTest::Row("removed", Words("add remove"), Words("800x600"), Words("100"));
     }
     void screenChanges()
     {
@@ -341,22 +338,19 @@ private slots:
         OVTest::Columns<QString, Answer, QByteArray, QString, QString, int, QByteArray, int>(
             {"url", "answer", "served", "user", "contentType", "requests", "body", "error"});
         const QByteArray huge(32 << 20, 'x');
-        QTest::newRow("json") << "/a" << Answer::Ok << QByteArray("hello") << ""
-                              << "application/json" << 1 << QByteArray("hello") << -1;
-        QTest::newRow("gigantic") << "/c" << Answer::Ok << huge << ""
-                                  << "" << 1 << huge << -1;
+        OVTest::Row("json", "/a", Answer::Ok, QByteArray("hello"), "", "application/json", 1,
+                    QByteArray("hello"), -1);
+        OVTest::Row("gigantic", "/c", Answer::Ok, huge, "", "", 1, huge, -1);
         // Qt marks an HTTP error status only once the body has arrived, so the body gets through.
-        QTest::newRow("500") << "/d" << Answer::ServerError << QByteArray("boom") << ""
-                             << "" << 1 << QByteArray("boom") << int(QNetworkReply::InternalServerError);
-        QTest::newRow("auth") << "/e" << Answer::BasicAuth << QByteArray("in") << "alice"
-                              << "" << 2 << QByteArray("in") << -1;
-        QTest::newRow("auth, no user")
-            << "/f" << Answer::BasicAuth << QByteArray("in") << ""
-            << "" << 1 << QByteArray() << int(QNetworkReply::AuthenticationRequiredError);
-        QTest::newRow("closed") << "/g" << Answer::CloseMidReply << QByteArray("part") << ""
-                                << "" << 1 << QByteArray("part") << int(QNetworkReply::RemoteHostClosedError);
-        QTest::newRow("garbage url") << "::garbage" << Answer::Ok << QByteArray() << ""
-                                     << "" << 0 << QByteArray() << int(QNetworkReply::ProtocolUnknownError);
+        OVTest::Row("500", "/d", Answer::ServerError, QByteArray("boom"), "", "", 1, QByteArray("boom"),
+                    int(QNetworkReply::InternalServerError));
+        OVTest::Row("auth", "/e", Answer::BasicAuth, QByteArray("in"), "alice", "", 2, QByteArray("in"), -1);
+        OVTest::Row("auth, no user", "/f", Answer::BasicAuth, QByteArray("in"), "", "", 1, QByteArray(),
+                    int(QNetworkReply::AuthenticationRequiredError));
+        OVTest::Row("closed", "/g", Answer::CloseMidReply, QByteArray("part"), "", "", 1, QByteArray("part"),
+                    int(QNetworkReply::RemoteHostClosedError));
+        OVTest::Row("garbage url", "::garbage", Answer::Ok, QByteArray(), "", "", 0, QByteArray(),
+                    int(QNetworkReply::ProtocolUnknownError));
     }
     void messengerPost()
     {
@@ -399,10 +393,9 @@ private slots:
     {
         // errors: in the order Qt reports them
         OVTest::Columns<QString, QList<int>>({"altName", "errors"});
-        QTest::newRow("self-signed") << "IP:127.0.0.1" << QList<int>{QSslError::SelfSignedCertificate};
-        QTest::newRow("self-signed, another host")
-            << "DNS:elsewhere.invalid"
-            << QList<int>{QSslError::HostNameMismatch, QSslError::SelfSignedCertificate};
+        OVTest::Row("self-signed", "IP:127.0.0.1", QList<int>{QSslError::SelfSignedCertificate});
+        OVTest::Row("self-signed, another host", "DNS:elsewhere.invalid",
+                    QList<int>{QSslError::HostNameMismatch, QSslError::SelfSignedCertificate});
     }
     void messengerTls()
     {
@@ -432,11 +425,11 @@ private slots:
         // callbacks: -1: any number up to all
         OVTest::Columns<bool, bool, int, int>({"hold", "release", "callbacks", "requests"});
         // The post in flight is answered while the destructor waits: the drain goes on to the end.
-        QTest::newRow("answered") << true << true << 3 << 3;
+        OVTest::Row("answered", true, true, 3, 3);
         // Never answered: the destructor still returns; the aborted post reports, the rest is dropped.
-        QTest::newRow("never answered") << true << false << 1 << 1;
+        OVTest::Row("never answered", true, false, 1, 1);
         // Destroyed at once: each post is either sent with its callback or dropped without it.
-        QTest::newRow("at once") << false << false << -1 << -1;
+        OVTest::Row("at once", false, false, -1, -1);
     }
     void messengerShutdown()
     {

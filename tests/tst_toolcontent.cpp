@@ -66,7 +66,6 @@ void CheckFocus(bool clearsFocus)
 class TestToolContent : public QObject
 {
     Q_OBJECT
-
 private slots:
     void cleanup() { M::ReleaseInstance(); }
 

@@ -32,7 +32,6 @@ void Row(const char* name, const QString& setup, const char* steps, const char* 
 class TestToolGroup : public QObject
 {
     Q_OBJECT
-
 private slots:
     void init()
     {

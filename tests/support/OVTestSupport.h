@@ -65,6 +65,13 @@ void Columns(const char* const (&names)[sizeof...(Types)])
     static_cast<void>((QTest::addColumn<Types>(names[i++]), ...));
 }
 
+// Adds a row of a _data() function with the values of its columns.
+template <typename... Values>
+void Row(const char* name, const Values&... values)
+{
+    static_cast<void>((QTest::newRow(name) << ... << values));
+}
+
 // Text for a signal argument in a SignalLog entry: an object by its objectName() (else its class),
 // other pointers as "ptr" or "null", enums as numbers, the rest as QVariant shows it.
 QString Describe(const QColor& value);
