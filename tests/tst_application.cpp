@@ -7,60 +7,49 @@
 #include "private/OVBuildLog_p.h"
 
 #include <QAction>
-#include <QDir>
-#include <QLoggingCategory>
-#include <QRegularExpression>
-#include <QSysInfo>
 
 using A = OVApplication;
 
 namespace {
-// Lines written while the application object was being constructed.
-OVTest::LogCapture* s_startupLog = nullptr;
 QStringList s_categories;
 } // namespace
 
 class TestApplication : public QObject
 {
     Q_OBJECT
-
 private slots:
     // Must stay the process's first calls: the kept name lives as long as the process.
     void osNameKeepsFirstResult()
     {
         QCOMPARE(A::GetOSName(A::OSVersion(13), A::Workstation), QString());
-        QCOMPARE(A::GetOSName(A::Windows7, A::Server), QStringLiteral("Windows7Server"));
-        QCOMPARE(A::GetOSName(A::Windows10, A::Workstation), QStringLiteral("Windows7Server"));
+        QCOMPARE(A::GetOSName(A::Windows7, A::Server), "Windows7Server");
+        QCOMPARE(A::GetOSName(A::Windows10, A::Workstation), "Windows7Server");
     }
 
     void startup()
     {
         QCOMPARE(A::GetInstance(), qobject_cast<A*>(qApp));
-        const QString dataFolder = OVTest::SandboxPath() + QStringLiteral("/appdata/Tamsendo/Orvelin");
-        const QString userDataFolder =
-            OVTest::SandboxPath() + QStringLiteral("/home/AppData/Local/Tamsendo/Orvelin");
+        const QString dataFolder = OVTest::SandboxPath() + "/appdata/Tamsendo/Orvelin";
+        const QString userDataFolder = OVTest::SandboxPath() + "/home/AppData/Local/Tamsendo/Orvelin";
         QCOMPARE(A::GetDataFolder(), dataFolder);
         QCOMPARE(A::GetUserDataFolder(), userDataFolder);
         // Only the user data folder is made at start-up.
         QVERIFY(QFileInfo(userDataFolder).isDir());
         QVERIFY(!QFileInfo::exists(dataFolder));
-        QVERIFY(!QFileInfo::exists(userDataFolder + QStringLiteral("/user.ini")));
+        QVERIFY(!QFileInfo::exists(userDataFolder + "/user.ini"));
 
         const qreal ratio = qApp->devicePixelRatio();
         QCOMPARE(OVPixelRatioRound::GetPixelRatio(), ratio);
-        QCOMPARE(s_startupLog->Messages()
-                     .filter(OVTest::BuildLogLine(QStringLiteral("src\\private\\OVApplication_p.cpp"),
-                                                  QString::number(ratio, 'g', 6)))
-                     .size(),
-                 1);
+        const auto line =
+            OVTest::BuildLogLine("src\\private\\OVApplication_p.cpp", QString::number(ratio, 'g', 6));
+        QCOMPARE(OVTest::StartupMessages().filter(line).size(), 1);
     }
 
     void resourcePath()
     {
         const QString appDir = QCoreApplication::applicationDirPath();
-        const QString resources = QDir::cleanPath(appDir + QStringLiteral("/../Resources"));
+        const QString resources = QDir::cleanPath(appDir + "/../Resources");
         QDir(resources).removeRecursively();
-
         // Without a sibling Resources folder the application folder serves, and says so.
         OVTest::LogCapture log;
         QCOMPARE(A::GetResourcePath(), QDir(appDir).absolutePath());
@@ -80,8 +69,8 @@ private slots:
         log.RecordByName(app, &A::RecentColorChanged, &A::RecentPickerChanged, &A::RefineSelectionRegistered,
                          &A::FlushPluginData, &A::AboutActivated, &A::AboutDeactivated);
         QAction refineA, refineB;
-        refineA.setObjectName(QStringLiteral("A"));
-        refineB.setObjectName(QStringLiteral("B"));
+        refineA.setObjectName("A");
+        refineB.setObjectName("B");
 
         app->RegisterRefineSelectionAction(&refineA);
         app->RegisterRefineSelectionAction(&refineA);
@@ -113,22 +102,20 @@ private slots:
     {
         OVTest::LogCapture log;
         // The message is filled last, so place markers in it are left alone.
-        OV_BUILD_LOG_AT(285, QStringLiteral("src\\private\\OVImageFileManager_p.cpp"),
-                        QStringLiteral("w %9"));
+        OV_BUILD_LOG_AT(285, "src\\private\\OVImageFileManager_p.cpp", "w %9");
         QCOMPARE(log.Messages(),
                  QStringList{QStringLiteral("\"Build date=%1, time=%2. Line=285, "
                                             "file=\\\"src\\\\private\\\\OVImageFileManager_p.cpp\\\". w %9\"")
                                  .arg(QString::fromLatin1(__DATE__), QString::fromLatin1(__TIME__))});
-
         // Every line is a debug message of the "ovcore" category, which the logging rules can
         // silence.
         const QtMessageHandler previous =
             qInstallMessageHandler([](QtMsgType, const QMessageLogContext& context, const QString&) {
                 s_categories << QString::fromLatin1(context.category);
             });
-        OV_BUILD_LOG(QStringLiteral("one"));
-        QLoggingCategory::setFilterRules(QStringLiteral("ovcore.debug=false"));
-        OV_BUILD_LOG(QStringLiteral("two"));
+        OV_BUILD_LOG("one");
+        QLoggingCategory::setFilterRules("ovcore.debug=false");
+        OV_BUILD_LOG("two");
         QLoggingCategory::setFilterRules(QString());
         qInstallMessageHandler(previous);
         QCOMPARE(s_categories, QStringList{"ovcore"});
@@ -136,14 +123,11 @@ private slots:
 
     void buildLogSourcePath_data()
     {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("private") << QStringLiteral(OVCORE_SOURCE_ROOT "src/private/OVApplication_p.cpp")
-                                 << QStringLiteral("src\\private\\OVApplication_p.cpp");
-        QTest::newRow("relative to the build")
-            << QStringLiteral("../../src/OVApplication.cpp") << QStringLiteral("src\\OVApplication.cpp");
-        QTest::newRow("outside") << QStringLiteral("/elsewhere/x.cpp")
-                                 << QStringLiteral("\\elsewhere\\x.cpp");
+        OVTest::Columns<QString, QString>({"file", "expected"});
+        OVTest::Row("private", QStringLiteral(OVCORE_SOURCE_ROOT "src/private/OVApplication_p.cpp"),
+                    "src\\private\\OVApplication_p.cpp");
+        OVTest::Row("relative to the build", "../../src/OVApplication.cpp", "src\\OVApplication.cpp");
+        OVTest::Row("outside", "/elsewhere/x.cpp", "\\elsewhere\\x.cpp");
     }
     void buildLogSourcePath()
     {
@@ -159,27 +143,15 @@ private slots:
         // No Windows version here: no name and no version line, and the kernel's numbers.
         OVTest::LogCapture log;
         QCOMPARE(A::GetOSVersion(), A::Unknown);
-        QVERIFY(log.Matching(QStringLiteral("Version ")).isEmpty());
+        QVERIFY(log.Matching("Version ").isEmpty());
         const QRegularExpressionMatch kernel =
-            QRegularExpression(QStringLiteral("^(\\d+)(?:\\.(\\d+))?(?:\\.(\\d+))?"))
-                .match(QSysInfo::kernelVersion());
-        QCOMPARE(A::GetOSVersionString(), QStringLiteral("%1.%2.%3")
-                                              .arg(kernel.captured(1).toInt())
-                                              .arg(kernel.captured(2).toInt())
-                                              .arg(kernel.captured(3).toInt()));
+            QRegularExpression("^(\\d+)(?:\\.(\\d+))?(?:\\.(\\d+))?").match(QSysInfo::kernelVersion());
+        QCOMPARE(A::GetOSVersionString(),
+                 QString::asprintf("%d.%d.%d", kernel.captured(1).toInt(), kernel.captured(2).toInt(),
+                                   kernel.captured(3).toInt()));
         QCOMPARE(A::GetOSType(), A::Workstation);
     }
 };
 
-int main(int argc, char** argv)
-{
-    OVTest::IsolateEnvironment();
-    OVTest::LogCapture startupLog;
-    s_startupLog = &startupLog;
-    A app(argc, argv);
-    TestApplication test;
-    QTEST_SET_MAIN_SOURCE_PATH
-    return QTest::qExec(&test, argc, argv);
-}
-
+OV_TEST_MAIN(TestApplication)
 #include "tst_application.moc"

@@ -6,9 +6,6 @@
 #include "OVTestSupport.h"
 #include "private/OVCMSManager_p.h"
 
-#include <QTemporaryDir>
-#include <QtEndian>
-
 #include <lcms2.h>
 
 #include <atomic>
@@ -90,9 +87,9 @@ private slots:
         QCOMPARE(manager->GetWorkingRGBIndex(), -1);
         for (int index : {5, 5, 1, -1, -1, 0})
             manager->SetWorkingRGBIndex(index);
-        QCOMPARE(log.Take(),
-                 QString("changed(5) read(5) changed(1) read(1) changed(-1) read(-1) changed(0) read(0)")
-                     .split(' '));
+        QCOMPARE(
+            log.Take(),
+            OVTest::Words("changed(5) read(5) changed(1) read(1) changed(-1) read(-1) changed(0) read(0)"));
     }
 
     // Four threads read profiles and set the index while a receiver of the signal, called on
@@ -168,6 +165,6 @@ private slots:
     }
 };
 
-OV_TEST_MAIN_WITH(TestCMSManager, QCoreApplication)
+OV_TEST_MAIN(TestCMSManager, QCoreApplication)
 
 #include "tst_cmsmanager.moc"

@@ -6,21 +6,9 @@
 
 #include "OVCMSManager.h"
 
-#include <QBuffer>
 #include <QColorSpace>
-#include <QDataStream>
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
 #include <QGuiApplication>
 #include <QImage>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
-#include <QRegularExpression>
-#include <QSet>
-#include <QSettings>
-#include <QStandardPaths>
 
 #include <algorithm>
 #ifdef Q_OS_UNIX
@@ -51,8 +39,7 @@ Run RunDemo(const QStringList& arguments,
         return run;
     }
     run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    run.lines =
-        QString::fromUtf8(process.readAllStandardOutput()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    run.lines = QString::fromUtf8(process.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
     run.errors = QString::fromUtf8(process.readAllStandardError());
     return run;
 }
@@ -85,7 +72,7 @@ QImage Brightened(const QImage& source, int brightness)
 
 QString UserIni(const QString& home = QDir::homePath())
 {
-    return home + QStringLiteral("/AppData/Local/Tamsendo/Orvelin/user.ini");
+    return home + "/AppData/Local/Tamsendo/Orvelin/user.ini";
 }
 
 // The screen of a virtual X server of its own, with the demo on it, driven by xdotool.
@@ -94,15 +81,14 @@ class Screen
 public:
     Screen()
     {
-        m_server.start(QStringLiteral("Xvfb"),
-                       {"-displayfd", "1", "-screen", "0", "1024x700x24", "-nolisten", "tcp"});
+        m_server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1024x700x24", "-nolisten", "tcp"});
         if (m_server.waitForReadyRead(20000))
-            m_environment.insert(QStringLiteral("DISPLAY"), QLatin1Char(':') + m_server.readLine().trimmed());
-        m_environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+            m_environment.insert("DISPLAY", ':' + m_server.readLine().trimmed());
+        m_environment.remove("QT_QPA_PLATFORM");
         // Neither GL nor the session bus: the window needs neither, and both keep memory to the end.
-        m_environment.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), QStringLiteral("none"));
-        m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("disabled:"));
-        m_environment.insert(QStringLiteral("NO_AT_BRIDGE"), QStringLiteral("1"));
+        m_environment.insert("QT_XCB_GL_INTEGRATION", "none");
+        m_environment.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+        m_environment.insert("NO_AT_BRIDGE", "1");
     }
     ~Screen()
     {
@@ -119,7 +105,7 @@ public:
         return m_demo.waitForStarted() && Focus() && (QTest::qWait(1500), true);
     }
     // The window takes the keys (there is no window manager to give it the focus).
-    bool Focus(const QString& title = QStringLiteral("core demo editor"))
+    bool Focus(const QString& title = "core demo editor")
     {
         return Xdo({"search", "--sync", "--onlyvisible", "--name", title, "windowfocus", "--sync"});
     }
@@ -127,7 +113,7 @@ public:
     {
         QProcess xdo;
         xdo.setProcessEnvironment(m_environment);
-        xdo.start(QStringLiteral("xdotool"), arguments);
+        xdo.start("xdotool", arguments);
         const bool done = xdo.waitForFinished(20000) && xdo.exitCode() == 0;
         QTest::qWait(250); // for the demo to take the input in and paint
         return done;
@@ -136,7 +122,7 @@ public:
     {
         QProcess import;
         import.setProcessEnvironment(m_environment);
-        import.start(QStringLiteral("import"), {"-window", "root", "png:-"});
+        import.start("import", {"-window", "root", "png:-"});
         import.waitForFinished(20000);
         return QImage::fromData(import.readAllStandardOutput(), "PNG").convertToFormat(QImage::Format_RGB32);
     }
@@ -163,17 +149,24 @@ QPoint Find(const QImage& shot, const QImage& image)
     return QPoint();
 }
 
+// A row of headless(): the files, the arguments and the files read, each blank-separated.
+void Headless(const char* name, const char* files, const char* extra, int status, const char* read,
+              const QStringList& reasons = {}, const QString& blocked = {})
+{
+    QTest::newRow(name) << OVTest::Words(files) << OVTest::Words(extra) << status << OVTest::Words(read)
+                        << reasons << blocked;
+}
+
 } // namespace
 
 class TestDemo : public QObject
 {
     Q_OBJECT
-
 private slots:
     void initTestCase()
     {
         QVERIFY(QFile::exists(kDemo));
-        m_images = OVTest::SandboxPath() + QStringLiteral("/images");
+        m_images = OVTest::SandboxPath() + "/images";
         QDir().mkpath(m_images);
         QVERIFY(Pattern(360, 240, 1).save(Image("a.png")));
         QVERIFY(Pattern(400, 300, 2).save(Image("b.jpg"), "JPEG", 90));
@@ -196,38 +189,24 @@ private slots:
     // status, the files reported as read and the reasons reported for the others.
     void headless_data()
     {
-        QTest::addColumn<QStringList>("files");
-        QTest::addColumn<QStringList>("extra");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QStringList>("read");
-        QTest::addColumn<QStringList>("reasons");
-        QTest::addColumn<QString>("blocked"); // an output name taken by a folder
-
-        QTest::newRow("good files, brightened and written")
-            << QStringList{"a.png", "b.jpg", "wrong.bmp"} << QStringList{"--adjust", "brightness=20"} << 0
-            << QStringList{"a.png", "b.jpg", "wrong.bmp"} << QStringList() << QString();
-        QTest::newRow("bad files, oversized and cut short among them, refused alone")
-            << QStringList{"a.png",     "empty.png", "huge.ppm",    "corrupt.jpg",
-                           "notes.xyz", "b.jpg",     "missing.png", "cut.jpg"}
-            << QStringList{"--adjust", "brightness=20"} << 1 << QStringList{"a.png", "b.jpg"}
-            << QStringList{"empty.png\t",
-                           "corrupt.jpg\t",
-                           "notes.xyz\tNo reader for the format \"xyz\".",
-                           "missing.png\tThe file does not exist.",
-                           "huge.ppm\tThe image is 20000x20000 pixels, above the limit of 100 megapixels",
-                           "cut.jpg\tThe file is damaged"}
-            << QString();
-        QTest::newRow("an output that cannot be written fails alone")
-            << QStringList{"a.png", "b.jpg"} << QStringList{"--adjust", "brightness=20", "--jobs", "1"} << 1
-            << QStringList{"a.png"} << QStringList{"b.jpg\tcannot write"} << QStringLiteral("b.png");
-        QTest::newRow("a format without a writer fails the write")
-            << QStringList{"a.png"} << QStringList{"--format", "xyz"} << 1 << QStringList()
-            << QStringList{"a.png\tcannot write"} << QString();
-        QTest::newRow("unknown adjustment stops before any file")
-            << QStringList{"a.png"} << QStringList{"--adjust", "sharpness=3"} << 2 << QStringList()
-            << QStringList() << QString();
+        // blocked: an output name taken by a folder
+        OVTest::Columns<QStringList, QStringList, int, QStringList, QStringList, QString>(
+            {"files", "extra", "status", "read", "reasons", "blocked"});
+        Headless("good files, brightened and written", "a.png b.jpg wrong.bmp", "--adjust brightness=20", 0,
+                 "a.png b.jpg wrong.bmp");
+        Headless("bad files, oversized and cut short among them, refused alone",
+                 "a.png empty.png huge.ppm corrupt.jpg notes.xyz b.jpg missing.png cut.jpg",
+                 "--adjust brightness=20", 1, "a.png b.jpg",
+                 {"empty.png\t", "corrupt.jpg\t", "notes.xyz\tNo reader for the format \"xyz\".",
+                  "missing.png\tThe file does not exist.",
+                  "huge.ppm\tThe image is 20000x20000 pixels, above the limit of 100 megapixels",
+                  "cut.jpg\tThe file is damaged"});
+        Headless("an output that cannot be written fails alone", "a.png b.jpg",
+                 "--adjust brightness=20 --jobs 1", 1, "a.png", {"b.jpg\tcannot write"}, "b.png");
+        Headless("a format without a writer fails the write", "a.png", "--format xyz", 1, "",
+                 {"a.png\tcannot write"});
+        Headless("unknown adjustment stops before any file", "a.png", "--adjust sharpness=3", 2, "");
     }
-
     void headless()
     {
         QFETCH(QStringList, files);
@@ -236,10 +215,9 @@ private slots:
         QFETCH(QStringList, read);
         QFETCH(QStringList, reasons);
         QFETCH(QString, blocked);
-
-        const QString output = OVTest::SandboxPath() + QStringLiteral("/out-") + QTest::currentDataTag();
+        const QString output = OVTest::SandboxPath() + "/out-" + QTest::currentDataTag();
         if (!blocked.isEmpty())
-            QVERIFY(QDir().mkpath(output + QLatin1Char('/') + blocked));
+            QVERIFY(QDir().mkpath(output + '/' + blocked));
         QStringList arguments = QStringList{"--headless", "--output", output} + extra;
         for (const QString& file : files)
             arguments << Image(file);
@@ -247,8 +225,8 @@ private slots:
         QCOMPARE(run.status, status);
         if (status == 2) {
             // The unknown name is followed by what there is to choose from.
-            QVERIFY2(run.errors.contains(QLatin1String("No adjustment takes \"sharpness\".")) &&
-                         run.errors.contains(QLatin1String("brightness: -100 to 100, default 0")),
+            QVERIFY2(run.errors.contains("No adjustment takes \"sharpness\".") &&
+                         run.errors.contains("brightness: -100 to 100, default 0"),
                      qPrintable(run.errors));
             return;
         }
@@ -256,38 +234,34 @@ private slots:
         QCOMPARE(run.lines.first(),
                  QStringLiteral("Plug-ins: 5 loaded (brushcontainer, adjustments, basictools, "
                                 "filter, imageio), 0 failed"));
-        QCOMPARE(run.lines.last(), QStringLiteral("%1 of %2 files done, %3 failed")
-                                       .arg(read.size())
-                                       .arg(files.size())
-                                       .arg(files.size() - read.size()));
-        const QStringList ok = run.lines.filter(QRegularExpression(QStringLiteral("^OK\t")));
-        const QStringList failed = run.lines.filter(QRegularExpression(QStringLiteral("^FAILED\t")));
+        QCOMPARE(run.lines.last(), QString::asprintf("%d of %d files done, %d failed", read.size(),
+                                                     files.size(), files.size() - read.size()));
+        const QStringList ok = run.lines.filter(QRegularExpression("^OK\t"));
+        const QStringList failed = run.lines.filter(QRegularExpression("^FAILED\t"));
         QCOMPARE(ok.size() + failed.size(), files.size());
         QCOMPARE(ok.size(), read.size());
         for (const QString& reason : reasons) {
-            const QString line = QStringLiteral("FAILED\t") + Image(QString()) + reason;
+            const QString line = "FAILED\t" + Image(QString()) + reason;
             QVERIFY2(std::any_of(failed.begin(), failed.end(),
                                  [&](const QString& l) { return l.startsWith(line); }),
-                     qPrintable(line + QStringLiteral(" in\n") + failed.join(QLatin1Char('\n'))));
+                     qPrintable(line + " in\n" + failed.join('\n')));
         }
         if (status != 0)
-            QVERIFY2(run.errors.contains(QStringLiteral("could not be read or written")),
-                     qPrintable(run.errors));
+            QVERIFY2(run.errors.contains("could not be read or written"), qPrintable(run.errors));
 
         for (const QString& line : ok) {
             // path, size, format, reader UID, milliseconds, output file
-            const QStringList fields = line.split(QLatin1Char('\t'));
+            const QStringList fields = line.split('\t');
             QCOMPARE(fields.size(), 7);
             const QFileInfo path(fields.at(1));
             const QImage source(path.filePath());
             QVERIFY(read.contains(path.fileName()));
             QCOMPARE(fields.at(2), QStringLiteral("%1x%2").arg(source.width()).arg(source.height()));
             QCOMPARE(fields.at(3), path.suffix());
-            QVERIFY(fields.at(4).startsWith(QLatin1String("{3F6A9C20-5D1B-4C7E-8A42-")));
-            QVERIFY(fields.at(5).endsWith(QLatin1String(" ms")));
-            const QString written =
-                output + QLatin1Char('/') + path.completeBaseName() + QStringLiteral(".png");
-            QCOMPARE(fields.at(6), QStringLiteral("-> ") + written);
+            QVERIFY(fields.at(4).startsWith("{3F6A9C20-5D1B-4C7E-8A42-"));
+            QVERIFY(fields.at(5).endsWith(" ms"));
+            const QString written = output + '/' + path.completeBaseName() + ".png";
+            QCOMPARE(fields.at(6), "-> " + written);
             QCOMPARE(QImage(written).convertToFormat(QImage::Format_ARGB32), Brightened(source, 20));
         }
     }
@@ -296,17 +270,17 @@ private slots:
     // same tree; without --recursive the subfolder is left out, and so is a file of no image format.
     void folders()
     {
-        const QString tree = OVTest::SandboxPath() + QStringLiteral("/tree");
-        QVERIFY(QDir().mkpath(tree + QStringLiteral("/sub")));
+        const QString tree = OVTest::SandboxPath() + "/tree";
+        QVERIFY(QDir().mkpath(tree + "/sub"));
         for (const QString& name : QStringList{"a.png", "b.jpg", "notes.xyz", "sub/a.png", "sub/b.jpg"})
-            QVERIFY(QFile::copy(Image(QFileInfo(name).fileName()), tree + QLatin1Char('/') + name));
+            QVERIFY(QFile::copy(Image(QFileInfo(name).fileName()), tree + '/' + name));
         QMap<QString, QByteArray> written[2];
         for (const int jobs : {1, 2}) {
             const QString output = OVTest::SandboxPath() + QStringLiteral("/tree-out-%1").arg(jobs);
             const Run run = RunDemo({"--headless", "--recursive", "--jobs", QString::number(jobs), "--adjust",
                                      "contrast=30", "--output", output, tree});
             QCOMPARE(run.status, 0);
-            QCOMPARE(run.lines.last(), QStringLiteral("4 of 4 files done, 0 failed"));
+            QCOMPARE(run.lines.last(), "4 of 4 files done, 0 failed");
             QDirIterator files(output, QDir::Files, QDirIterator::Subdirectories);
             while (files.hasNext()) {
                 QFile file(files.next());
@@ -316,7 +290,7 @@ private slots:
         }
         QCOMPARE(written[0].keys(), (QStringList{"a.png", "b.png", "sub/a.png", "sub/b.png"}));
         QVERIFY(written[0] == written[1]);
-        QCOMPARE(RunDemo({"--headless", tree}).lines.last(), QStringLiteral("2 of 2 files done, 0 failed"));
+        QCOMPARE(RunDemo({"--headless", tree}).lines.last(), "2 of 2 files done, 0 failed");
     }
 
     // SIGINT once the first result is out: the files in flight are finished, no other is started,
@@ -324,32 +298,31 @@ private slots:
     void interrupted()
     {
 #ifdef Q_OS_UNIX
-        const QString many = OVTest::SandboxPath() + QStringLiteral("/many");
+        const QString many = OVTest::SandboxPath() + "/many";
         QVERIFY(QDir().mkpath(many));
-        QVERIFY(Pattern(1200, 900, 5).save(many + QStringLiteral("/00.png")));
+        QVERIFY(Pattern(1200, 900, 5).save(many + "/00.png"));
         for (int i = 1; i < 60; ++i)
-            QVERIFY(QFile::copy(many + QStringLiteral("/00.png"),
+            QVERIFY(QFile::copy(many + "/00.png",
                                 many + QStringLiteral("/%1.png").arg(i, 2, 10, QLatin1Char('0'))));
-        const QString output = OVTest::SandboxPath() + QStringLiteral("/many-out");
+        const QString output = OVTest::SandboxPath() + "/many-out";
         QProcess process;
         process.start(kDemo,
                       {"--headless", "--jobs", "2", "--adjust", "greyscale", "--output", output, many});
         QString lines;
-        while (!lines.contains(QLatin1String("OK\t")) && process.waitForReadyRead(60000))
+        while (!lines.contains("OK\t") && process.waitForReadyRead(60000))
             lines += QString::fromUtf8(process.readAllStandardOutput());
         ::kill(pid_t(process.processId()), SIGINT);
         QVERIFY(process.waitForFinished(60000));
         lines += QString::fromUtf8(process.readAllStandardOutput());
         QCOMPARE(process.exitCode(), 128 + SIGINT);
 
-        const int ok =
-            lines.count(QRegularExpression(QStringLiteral("^OK\t"), QRegularExpression::MultilineOption));
+        const int ok = lines.count(QRegularExpression("^OK\t", QRegularExpression::MultilineOption));
         QVERIFY2(ok < 60 && lines.endsWith(QStringLiteral("%1 of 60 files done, 0 failed\n").arg(ok)),
                  qPrintable(lines));
         const QStringList files = QDir(output).entryList(QDir::Files | QDir::Hidden);
         QCOMPARE(files.size(), ok);
         for (const QString& file : files)
-            QCOMPARE(QImage(output + QLatin1Char('/') + file).size(), QSize(1200, 900));
+            QCOMPARE(QImage(output + '/' + file).size(), QSize(1200, 900));
 #else
         QSKIP("signals are sent the Unix way");
 #endif
@@ -362,20 +335,19 @@ private slots:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
             environment.remove(QString::fromLatin1(name));
-        QVERIFY(
-            RunDemo({"--help"}, environment).lines.join('\n').contains(QLatin1String("--max-megapixels")));
+        QVERIFY(RunDemo({"--help"}, environment).lines.join('\n').contains("--max-megapixels"));
         const Run window = RunDemo({Image("a.png")}, environment);
         QCOMPARE(window.status, 1);
-        QVERIFY2(window.errors.contains(QLatin1String("no display")), qPrintable(window.errors));
+        QVERIFY2(window.errors.contains("no display"), qPrintable(window.errors));
 
-        QSettings(UserIni(), QSettings::IniFormat).setValue(QStringLiteral("Language/Index"), "de");
+        QSettings(UserIni(), QSettings::IniFormat).setValue("Language/Index", "de");
         const Run run = RunDemo({"--headless", Image("a.png"), Image("notes.xyz")}, environment);
-        QSettings(UserIni(), QSettings::IniFormat).remove(QStringLiteral("Language/Index"));
+        QSettings(UserIni(), QSettings::IniFormat).remove("Language/Index");
         QCOMPARE(run.status, 1);
-        QCOMPARE(run.lines.last(), QStringLiteral("1 von 2 Dateien erledigt, 1 fehlgeschlagen"));
+        QCOMPARE(run.lines.last(), "1 von 2 Dateien erledigt, 1 fehlgeschlagen");
         QVERIFY2(run.lines.contains(
                      QStringLiteral("FAILED\t%1\tKein Leser für das Format „xyz“.").arg(Image("notes.xyz"))),
-                 qPrintable(run.lines.join(QLatin1Char('\n'))));
+                 qPrintable(run.lines.join('\n')));
     }
 
     // The window under a virtual X server, driven by key presses and clicks: grey-scale undone and
@@ -387,18 +359,17 @@ private slots:
         for (const char* program : {"Xvfb", "xdotool", "import"})
             if (QStandardPaths::findExecutable(QLatin1String(program)).isEmpty())
                 QSKIP("Xvfb, xdotool and ImageMagick's import are needed");
-        OVCMSManager::InitInstance(QStringLiteral("/usr/share/color/icc"));
+        OVCMSManager::InitInstance("/usr/share/color/icc");
         int profile = 0;
         while (
             !OVCMSManager::GetInstance()->GetRGBProfile(profile).GetFilePath().endsWith("AdobeRGB1998.icc"))
             QVERIFY(++profile < OVCMSManager::GetInstance()->GetRGBProfileCount());
-        QSettings(UserIni(), QSettings::IniFormat)
-            .setValue(QStringLiteral("ColorManagement/WorkingProfileID"), profile);
+        QSettings(UserIni(), QSettings::IniFormat).setValue("ColorManagement/WorkingProfileID", profile);
 
         Screen screen;
         const QImage image = Pattern(600, 400, 6); // at 150% larger than the view
         QVERIFY(image.save(Image("c.png")));
-        const QString shot = OVTest::SandboxPath() + QStringLiteral("/window.png");
+        const QString shot = OVTest::SandboxPath() + "/window.png";
         QVERIFY(screen.Start({Image("c.png"), "--adjust", "greyscale", "--screenshot", shot}));
         // Taken once the images are open and adjusted.
         QTRY_VERIFY_WITH_TIMEOUT(!QImage(shot).isNull(), 20000);
@@ -415,7 +386,6 @@ private slots:
         QVERIFY(screen.Xdo({"key", "ctrl+shift+z"}));
         QCOMPARE(screen.Shot(), grey);
         QVERIFY(screen.Xdo({"key", "ctrl+z"}));
-
         // 150% about the click: the pixel clicked stays where it was, and 60 pixels of the screen
         // show 40 of the image; Alt-click goes back to the same picture.
         const QPoint click = at + QPoint(300, 200);
@@ -430,7 +400,7 @@ private slots:
         QVERIFY(screen.Xdo({"keydown", "alt", "click", "1", "keyup", "alt"}));
         QCOMPARE(Find(screen.Shot(), image), at);
 
-        const QString exported = OVTest::SandboxPath() + QStringLiteral("/exported.png");
+        const QString exported = OVTest::SandboxPath() + "/exported.png";
         // The picker's panel may widen the dock and move the image.
         QVERIFY(screen.Xdo({"key", "i"}));
         const QPoint pick = Find(screen.Shot(), image) + click - at;
@@ -442,10 +412,9 @@ private slots:
                 screen.Xdo({"key", "ctrl+q"}));
         QVERIFY(screen.Finished());
         const QSettings user(UserIni(), QSettings::IniFormat);
-        QCOMPARE(user.value(QStringLiteral("Colors/Foreground")).value<QColor>(),
-                 image.pixelColor(click - at));
+        QCOMPARE(user.value("Colors/Foreground").value<QColor>(), image.pixelColor(click - at));
         // The recent list as written at shutdown: a count, then the paths (a streamed QStringList).
-        QDataStream stream(user.value(QStringLiteral("RecentFiles")).toByteArray());
+        QDataStream stream(user.value("RecentFiles").toByteArray());
         QStringList recents;
         stream >> recents;
         QCOMPARE(recents, (QStringList{exported, Image("c.png")}));
@@ -458,9 +427,9 @@ private slots:
         const QPoint p = click - at;
         const QColor back = written.convertedToColorSpace(QColorSpace::SRgb).pixelColor(p);
         QVERIFY(written.pixel(p) != image.pixel(p));
-        QVERIFY(qAbs(back.red() - image.pixelColor(p).red()) +
-                    qAbs(back.green() - image.pixelColor(p).green()) +
-                    qAbs(back.blue() - image.pixelColor(p).blue()) <=
+        const QColor was = image.pixelColor(p);
+        QVERIFY(qAbs(back.red() - was.red()) + qAbs(back.green() - was.green()) +
+                    qAbs(back.blue() - was.blue()) <=
                 4);
     }
 
@@ -472,29 +441,24 @@ private slots:
     void statistics()
     {
         QProcess collector;
-        collector.start(QStringLiteral(OV_COLLECTOR_EXECUTABLE), {QStringLiteral("0")});
+        collector.start(QStringLiteral(OV_COLLECTOR_EXECUTABLE), {"0"});
         QVERIFY(collector.waitForReadyRead(60000));
         const QString first = QString::fromUtf8(collector.readLine()).trimmed();
-        QVERIFY2(first.startsWith(QLatin1String("listening on ")), qPrintable(first));
-        const QString home = OVTest::SandboxPath() + QStringLiteral("/home-statistics");
+        QVERIFY2(first.startsWith("listening on "), qPrintable(first));
+        const QString home = OVTest::SandboxPath() + "/home-statistics";
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("OVDEMO_COLLECTOR_PORT"), first.section(QLatin1Char(' '), 2));
-        environment.insert(QStringLiteral("HOME"), home);
-        environment.insert(QStringLiteral("APPDATA"), home);
-        QCOMPARE(RunDemo({"--headless", "--adjust", "greyscale", "--output", home + QStringLiteral("/out"),
-                          Image("a.png"), Image("b.jpg")},
-                         environment)
-                     .status,
-                 0);
+        environment.insert("OVDEMO_COLLECTOR_PORT", first.section(' ', 2));
+        environment.insert("HOME", home);
+        environment.insert("APPDATA", home);
+        const QStringList full{"--headless",  "--adjust",     "greyscale",   "--output",
+                               home + "/out", Image("a.png"), Image("b.jpg")};
+        QCOMPARE(RunDemo(full, environment).status, 0);
         const Run second =
             RunDemo({"--headless", "--feedback", "Hello from the test", Image("a.png")}, environment);
         // The reply counts the posts so far, which the statistics posted meanwhile make unpredictable.
-        QVERIFY2(second.lines
-                         .filter(QRegularExpression(QStringLiteral(
-                             "^Feedback reply: \\{\"received\":\\d+,\"reply\":\"Thank you.\"\\}$")))
-                         .size() == 1,
-                 qPrintable(second.lines.join(QLatin1Char('\n'))));
-        QSettings(UserIni(home), QSettings::IniFormat).setValue(QStringLiteral("Statistics/Enabled"), false);
+        const QRegularExpression reply(R"(^Feedback reply: \{"received":\d+,"reply":"Thank you."\}$)");
+        QVERIFY2(second.lines.filter(reply).size() == 1, qPrintable(second.lines.join('\n')));
+        QSettings(UserIni(home), QSettings::IniFormat).setValue("Statistics/Enabled", false);
         QCOMPARE(RunDemo({"--headless", Image("a.png")}, environment).status, 0);
         collector.kill();
         collector.waitForFinished();
@@ -504,20 +468,20 @@ private slots:
         for (const QByteArray& line : collector.readAllStandardOutput().trimmed().split('\n')) {
             const QJsonObject post = QJsonDocument::fromJson(line).object();
             const QJsonValue form = post["form"];
-            const QString path = post["path"].toString() + QLatin1Char(' ');
-            if (path == QLatin1String("/feedback "))
+            const QString path = post["path"].toString() + ' ';
+            if (path == "/feedback ")
                 others << path + post["json"]["feedback"].toString();
-            else if (path == QLatin1String("/identification "))
-                others << path + form["api_key"].toString() + QLatin1Char(' ') +
+            else if (path == "/identification ")
+                others << path + form["api_key"].toString() + ' ' +
                               form["identification"]["user_properties"]["plan"].toString();
             else
-                QCOMPARE(path + form["api_key"].toString(), QStringLiteral("/events ovdemo-key"));
-            if (path == QLatin1String("/events "))
+                QCOMPARE(path + form["api_key"].toString(), "/events ovdemo-key");
+            if (path == "/events ")
                 runs[form["event"]["session_id"].toDouble()] << form["event"]["event_type"].toString();
         }
         QCOMPARE(others, (QStringList{"/identification ovdemo-key demo", "/feedback Hello from the test"}));
         QCOMPARE(runs.size(), 2);
-        QCOMPARE(runs.first().first(), QStringLiteral("start"));
+        QCOMPARE(runs.first().first(), "start");
         QStringList sorted = runs.first();
         std::sort(sorted.begin(), sorted.end());
         QCOMPARE(sorted, (QStringList{"adjust", "adjust", "export", "export", "open", "open", "start"}));
@@ -527,12 +491,12 @@ private slots:
 private:
     QString Image(const QString& name) const
     {
-        return m_images + QLatin1Char('/') + name;
+        return m_images + '/' + name;
     }
 
     QString m_images;
 };
 
-OV_TEST_MAIN_WITH(TestDemo, QGuiApplication)
+OV_TEST_MAIN(TestDemo, QGuiApplication)
 
 #include "tst_demo.moc"

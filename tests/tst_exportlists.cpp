@@ -7,12 +7,9 @@
 #include "private/KXExportResolutions_p.h"
 #include "private/KXExportSizes_p.h"
 
-#include <QDir>
-#include <QFileInfo>
-
 namespace {
 
-const QString kSizes = QStringLiteral("Sizes");
+const QString kSizes = "Sizes";
 
 QString UserFile(const QString& group)
 {
@@ -58,13 +55,12 @@ QStringList Defaults(const QString& group)
 class TestExportLists : public QObject
 {
     Q_OBJECT
-
 private slots:
     void startUp()
     {
         // No user file at start: the host's defaults, then written to the user's file, whose list
         // is the one loaded from then on.
-        for (const QString& group : {QStringLiteral("Resolutions"), kSizes}) {
+        for (const QString& group : QStringList{"Resolutions", kSizes}) {
             QCOMPARE(Defaults(group).size(), group == kSizes ? 2 : 3);
             QCOMPARE(Items(group), Defaults(group));
             QCOMPARE(Stored(UserFile(group), group), Defaults(group));
@@ -89,31 +85,26 @@ private slots:
 
     void loading_data()
     {
-        QTest::addColumn<QString>("group");
-        QTest::addColumn<QByteArray>("file");  // "<dir>": a folder stands at the file's place
-        QTest::addColumn<QString>("expected"); // "<defaults>": the host's list
-
+        // file "<dir>": a folder stands at the file's place; expected "<defaults>": the host's list
+        OVTest::Columns<QString, QByteArray, QString>({"group", "file", "expected"});
         const QByteArray version = "[General]\nVersion=2.3.0\n";
-        QTest::newRow("resolution rules") << "Resolutions"
-                                          << version + "[Resolutions]\n0=0x600\n1=abc\n2=800x600x2\n3="
-                                                       "10001x10\n4=800x600\n5=10000x1\n6=x\n7=-1x5\n"
-                                          << "800x600 10000x1";
-        QTest::newRow("indices 0, 1, 3") << "Resolutions" << version + "[Resolutions]\n0=1x2\n1=3x4\n3=5x6\n"
-                                         << "1x2 3x4";
-        QTest::newRow("size rules") << "Sizes"
-                                    << version + "[Sizes]\n0=0\n1=-5\n2=abc\n3=1048576\n4=9000000000\n"
-                                    << "1048576 9000000000";
-        QTest::newRow("version and no items") << "Sizes" << version << "";
-        QTest::newRow("no version") << "Sizes" << QByteArray("[Sizes]\n0=5\n") << "<defaults>";
-        QTest::newRow("garbage") << "Resolutions" << QByteArray("\x01\xff[[=\n\0\0=]]", 11) << "<defaults>";
-        QTest::newRow("folder") << "Resolutions" << QByteArray("<dir>") << "<defaults>";
+        OVTest::Row("resolution rules", "Resolutions",
+                    version + "[Resolutions]\n0=0x600\n1=abc\n2=800x600x2\n3="
+                              "10001x10\n4=800x600\n5=10000x1\n6=x\n7=-1x5\n",
+                    "800x600 10000x1");
+        OVTest::Row("indices 0, 1, 3", "Resolutions", version + "[Resolutions]\n0=1x2\n1=3x4\n3=5x6\n",
+                    "1x2 3x4");
+        OVTest::Row("size rules", "Sizes", version + "[Sizes]\n0=0\n1=-5\n2=abc\n3=1048576\n4=9000000000\n",
+                    "1048576 9000000000");
+        OVTest::Row("version and no items", "Sizes", version, "");
+        OVTest::Row("no version", "Sizes", QByteArray("[Sizes]\n0=5\n"), "<defaults>");
+        OVTest::Row("garbage", "Resolutions", QByteArray("\x01\xff[[=\n\0\0=]]", 11), "<defaults>");
+        OVTest::Row("folder", "Resolutions", QByteArray("<dir>"), "<defaults>");
         // A stored list whose count says two billion, written plainly and spelled with escapes.
-        QTest::newRow("stored variant")
-            << "Sizes" << version + "[Sizes]\n0=@Variant(\\0\\0\\0\\v\\x7f\\xff\\xff\\xff)\n"
-            << "<defaults>";
-        QTest::newRow("escaped variant")
-            << "Sizes" << version + "[Sizes]\n0=\\x40Variant(\\0\\0\\0\\v\\x7f\\xff\\xff\\xff)\n"
-            << "<defaults>";
+        OVTest::Row("stored variant", "Sizes",
+                    version + "[Sizes]\n0=@Variant(\\0\\0\\0\\v\\x7f\\xff\\xff\\xff)\n", "<defaults>");
+        OVTest::Row("escaped variant", "Sizes",
+                    version + "[Sizes]\n0=\\x40Variant(\\0\\0\\0\\v\\x7f\\xff\\xff\\xff)\n", "<defaults>");
     }
     void loading()
     {

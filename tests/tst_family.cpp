@@ -4,21 +4,15 @@
 #include "OVCMSProfile.h"
 #include "OVPixelRatioRound.h"
 #include "OVProfileFixtures.h"
-
-#include <QTemporaryDir>
-#include <QtTest>
+#include "OVTestSupport.h"
 
 class TestFamily : public QObject
 {
     Q_OBJECT
-
 private slots:
     void profiles_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("valid");
-        QTest::addColumn<quint32>("colorSpace");
-
+        OVTest::Columns<QByteArray, bool, quint32>({"bytes", "valid", "colorSpace"});
         QTest::newRow("sRGB") << OVTest::MakeProfile("sRGB") << true << quint32(OVCMSProfile::RGBSpace);
         QTest::newRow("gray") << OVTest::MakeProfile("gray") << true << quint32(OVCMSProfile::GraySpace);
         QTest::newRow("Lab") << OVTest::MakeProfile("lab") << true << quint32(OVCMSProfile::LabSpace);
@@ -28,9 +22,8 @@ private slots:
     {
         QFETCH(QByteArray, bytes);
         QFETCH(bool, valid);
-
         QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("profile.icc"));
+        const QString path = dir.filePath("profile.icc");
         QVERIFY(OVTest::WriteFile(path, bytes));
 
         OVCMSProfile profile;
@@ -39,19 +32,16 @@ private slots:
         QTEST(profile.GetColorSpace(), "colorSpace");
         QCOMPARE(profile.GetFilePath(), valid ? path : QString());
         QCOMPARE(profile.GetData(), valid ? bytes : QByteArray());
-
         // A failed load leaves an empty profile, whatever it held before.
-        QVERIFY(!profile.Load(dir.filePath(QStringLiteral("missing.icc"))));
+        QVERIFY(!profile.Load(dir.filePath("missing.icc")));
         QVERIFY(!profile.IsValid());
         QCOMPARE(profile.GetColorSpace(), 0u);
     }
 
     void pixelRatio_data()
     {
-        QTest::addColumn<double>("ratio");
-        QTest::addColumn<double>("stored");
-        QTest::addColumn<int>("device");  // of 10.4 logical units
-        QTest::addColumn<int>("logical"); // of 31 device pixels
+        // device: of 10.4 logical units; logical: of 31 device pixels
+        OVTest::Columns<double, double, int, int>({"ratio", "stored", "device", "logical"});
         QTest::newRow("1") << 1.0 << 1.0 << 10 << 31;
         QTest::newRow("1.5") << 1.5 << 1.5 << 16 << 21;
         QTest::newRow("2") << 2.0 << 2.0 << 21 << 16;

@@ -8,9 +8,6 @@
 #include "OVTestSupport.h"
 #include "private/OVReadersPool_p.h"
 
-#include <QSemaphore>
-#include <QThread>
-
 #include <atomic>
 #include <map>
 #include <memory>
@@ -33,7 +30,7 @@ OVImageFileManager* Manager()
 // The All group's UID is shown as "All", to keep the expectations readable.
 QStringList Short(QStringList items)
 {
-    items.replaceInStrings(kAll, QStringLiteral("All"));
+    items.replaceInStrings(kAll, "All");
     return items;
 }
 
@@ -46,10 +43,10 @@ QStringList Snapshot(const QStringList& probes)
     QStringList groups = readGroups + m->GetSupportedWriteGroups();
     groups.removeDuplicates();
     groups.removeOne(kAll);
-    QStringList lines{QStringLiteral("read: ") + m->GetSupportedReadFormats().join(' '),
-                      QStringLiteral("write: ") + m->GetSupportedWriteFormats().join(' '),
-                      QStringLiteral("read groups: ") + Short(readGroups).join(' '),
-                      QStringLiteral("write groups: ") + Short(m->GetSupportedWriteGroups()).join(' ')};
+    QStringList lines{"read: " + m->GetSupportedReadFormats().join(' '),
+                      "write: " + m->GetSupportedWriteFormats().join(' '),
+                      "read groups: " + Short(readGroups).join(' '),
+                      "write groups: " + Short(m->GetSupportedWriteGroups()).join(' ')};
     for (const QString& group : groups) {
         lines << QStringLiteral("%1 %2 r=%3 w=%4 any=%5")
                      .arg(group, m->GetGroupName(group), m->GetGroupReadFormats(group).join(','),
@@ -67,8 +64,8 @@ void VerifyEachReaderReleasedOnce(const FakeImagePlugin* plugin, OVTest::CallLog
 {
     QStringList made;
     for (const OVTest::FakeReader* reader : plugin->Readers())
-        made << plugin->objectName() + QStringLiteral(".ReleaseReader(") + reader->objectName() + ')';
-    QStringList released = calls.Take().filter(QStringLiteral(".ReleaseReader("));
+        made << plugin->objectName() + ".ReleaseReader(" + reader->objectName() + ')';
+    QStringList released = calls.Take().filter(".ReleaseReader(");
     made.sort();
     released.sort();
     QCOMPARE(released, made);
@@ -101,7 +98,7 @@ std::thread HoldUntilWaitedFor(OVTest::CallLog& calls, const QString& format)
 bool RecordOpen(const QString& path, bool* flag, void* data)
 {
     *static_cast<QStringList*>(data) << QStringLiteral("open(%1,%2)").arg(path, flag ? "flag" : "null");
-    if (flag && path == QLatin1String("b"))
+    if (flag && path == "b")
         *flag = false;
     return true;
 }
@@ -117,14 +114,13 @@ bool RecordSave(KXDocumentInterface* document, void* data)
 class TestImageFileRegistry : public QObject
 {
     Q_OBJECT
-
 private slots:
     void init()
     {
         OVImageFileManager::InitInstance();
         m_signals = std::make_unique<OVTest::SignalLog>();
-        m_signals->Record(Manager(), &OVImageFileManager::SupportedGroupsChanged, QStringLiteral("groups"));
-        m_signals->Record(Manager(), &OVImageFileManager::SupportedGroupChanged, QStringLiteral("group"));
+        m_signals->Record(Manager(), &OVImageFileManager::SupportedGroupsChanged, "groups");
+        m_signals->Record(Manager(), &OVImageFileManager::SupportedGroupChanged, "group");
     }
 
     void cleanup()
@@ -138,13 +134,10 @@ private slots:
 
     void scenarios_data()
     {
-        QTest::addColumn<QStringList>("plugins");
-        QTest::addColumn<QStringList>("steps");
-        QTest::addColumn<QStringList>("signalList");
         // What the queries say, then the read filter and the write filter.
-        QTest::addColumn<QString>("state");
-
-        const QString jpeg = QStringLiteral("A bmp:rw jpg:rw png:rw -jpeg:rw {J}JPEG=jpg,jpeg");
+        OVTest::Columns<QStringList, QStringList, QStringList, QString>(
+            {"plugins", "steps", "signalList", "state"});
+        const QString jpeg = "A bmp:rw jpg:rw png:rw -jpeg:rw {J}JPEG=jpg,jpeg";
         QTest::newRow("read side, then write side; a group is named once")
             << QStringList{jpeg} << QStringList{"+A"}
             << Words("group(All) groups() group({J}) group(All) group({J})")
@@ -165,9 +158,8 @@ private slots:
         QTest::newRow("the earlier plug-in goes: the later one keeps serving")
             << twoOfPng << Words("+A +B / -A") << QStringList{"group(All)", "group(All)"}
             << "read: png|write: |read groups: All|write groups: |png: r=B w=null|All (*.png)|";
-
         // Formats in ascending order; for each, the groups in ascending UID order.
-        const QString grouped = QStringLiteral("A gif:r png:rw {G}Grp=png,gif");
+        const QString grouped = "A gif:r png:rw {G}Grp=png,gif";
         QTest::newRow("unregister: read side first, emptied groups stay")
             << QStringList{grouped} << Words("+A / -A")
             << QStringList{"group(All)", "group({G})",               // read gif
@@ -216,88 +208,94 @@ private slots:
         QFETCH(QStringList, plugins);
         QFETCH(QStringList, steps);
         QFETCH(QString, state);
-
         QStringList probes;
         for (const QString& definition : plugins)
-            Make(definition);
-        for (const QString& line : OVTest::Lines(state).filter(QStringLiteral(": r=")))
+            Add(definition, false);
+        for (const QString& line : OVTest::Lines(state).filter(": r="))
             probes << line.section(':', 0, 0);
-        Run(steps);
+        // "+A" registers A, "-A" unregisters it, "xA" deletes it and "/" forgets the signals so far.
+        for (const QString& step : steps) {
+            FakeImagePlugin* plugin = step.size() > 1 ? m_plugins.at(step.mid(1)).get() : nullptr;
+            if (step.startsWith('+'))
+                QVERIFY(Manager()->Register(plugin));
+            else if (step.startsWith('-'))
+                QVERIFY(Manager()->Unregister(plugin));
+            else if (step.startsWith('x'))
+                m_plugins.erase(step.mid(1));
+            else
+                m_signals->Clear();
+        }
         QTEST(Short(m_signals->Entries()), "signalList");
-        QCOMPARE((Snapshot(probes) << OVImageFileManager::GetFilterForRead()
-                                   << OVImageFileManager::GetFilterForWrite())
-                     .join('|'),
-                 state);
+        const QStringList filters{OVImageFileManager::GetFilterForRead(),
+                                  OVImageFileManager::GetFilterForWrite()};
+        QCOMPARE((Snapshot(probes) + filters).join('|'), state);
     }
 
     void registration()
     {
-        FakeImagePlugin plugin(QStringLiteral("A png:rw raw:w {G}Grp=png,raw"), &m_calls);
+        FakeImagePlugin plugin("A png:rw raw:w {G}Grp=png,raw", &m_calls);
         QVERIFY(!Manager()->Register(nullptr));
         QVERIFY(!Manager()->Unregister(&plugin));
-        QCOMPARE(Manager()->GetGroupName(QStringLiteral("{nope}")), QStringLiteral("Unknown"));
+        QCOMPARE(Manager()->GetGroupName("{nope}"), "Unknown");
         QVERIFY(Manager()->Register(&plugin));
         // Both sides know the group; only the first asks for its name.
-        QCOMPARE(m_calls.Take().filter(QStringLiteral("GetGroupName")), QStringList{"A.GetGroupName({G})"});
+        QCOMPARE(m_calls.Take().filter("GetGroupName"), QStringList{"A.GetGroupName({G})"});
         m_signals->Clear();
-
         // A second registration changes nothing; taking the plug-in out asks it nothing.
         QVERIFY(Manager()->Register(&plugin));
         QCOMPARE(m_signals->Take(), QStringList());
         QVERIFY(Manager()->Unregister(&plugin));
         QVERIFY(!Manager()->Unregister(&plugin));
         QCOMPARE(m_calls.Take(), QStringList());
-        QCOMPARE(Manager()->GetPluginForWrite(QStringLiteral("raw")), nullptr);
+        QCOMPARE(Manager()->GetPluginForWrite("raw"), nullptr);
     }
 
     void duplicateUIDs()
     {
-        FakeImagePlugin first(QStringLiteral("A png:rw r@R1 w@W1"), &m_calls);
-        FakeImagePlugin second(QStringLiteral("B png:rw r@R1 r@R2 w@W1"), &m_calls);
+        FakeImagePlugin first("A png:rw r@R1 w@W1", &m_calls);
+        FakeImagePlugin second("B png:rw r@R1 r@R2 w@W1", &m_calls);
         OVTest::LogCapture log;
         QVERIFY(Manager()->Register(&first));
         QVERIFY(Manager()->Register(&second));
 
-        const QStringList lines = log.Matching(QStringLiteral("Build date="));
-        const QString file = QStringLiteral("src\\private\\OVImageFileManager_p.cpp");
+        const QStringList lines = log.Matching("Build date=");
+        const QString file = "src\\private\\OVImageFileManager_p.cpp";
         QCOMPARE(lines.filter(OVTest::BuildLogLine(file, "R1 uid is not unique.", 521)) +
                      lines.filter(OVTest::BuildLogLine(file, "W1 uid is not unique.", 285)),
                  lines);
-
         // A UID stays with the plug-in that registered it first, and goes with it.
         m_calls.Take();
-        QCOMPARE(Describe(Manager()->CreateReaderByUID(QStringLiteral("R1"))), QStringLiteral("A.r1"));
-        QCOMPARE(Describe(Manager()->CreateReaderByUID(QStringLiteral("R2"))), QStringLiteral("B.r1"));
-        QCOMPARE(Describe(Manager()->CreateWriterByUID(QStringLiteral("W1"))), QStringLiteral("A.w1"));
-        QCOMPARE(Manager()->CreateReaderByUID(QStringLiteral("r1")), nullptr);
+        QCOMPARE(Describe(Manager()->CreateReaderByUID("R1")), "A.r1");
+        QCOMPARE(Describe(Manager()->CreateReaderByUID("R2")), "B.r1");
+        QCOMPARE(Describe(Manager()->CreateWriterByUID("W1")), "A.w1");
+        QCOMPARE(Manager()->CreateReaderByUID("r1"), nullptr);
         QVERIFY(Manager()->Unregister(&first));
-        QCOMPARE(Manager()->CreateReaderByUID(QStringLiteral("R1")), nullptr);
+        QCOMPARE(Manager()->CreateReaderByUID("R1"), nullptr);
         QCOMPARE(m_calls.Take(),
                  Words("A.CreateReaderByUID(R1) B.CreateReaderByUID(R2) A.CreateWriterByUID(W1)"));
     }
 
     void createAndRelease()
     {
-        FakeImagePlugin* a = Add(QStringLiteral("A png:rw jpg:r r@RA w@WA"));
-        Add(QStringLiteral("B png:r r@RB"));
-        Add(QStringLiteral("N gif:rw r@RN w@WN null"));
+        FakeImagePlugin* a = Add("A png:rw jpg:r r@RA w@WA");
+        Add("B png:r r@RB");
+        Add("N gif:rw r@RN w@WN null");
         m_calls.Take();
 
-        OVImageFileReader* fromB = Manager()->CreateReader(QStringLiteral("PNG"));
-        OVImageFileReader* byUID = Manager()->CreateReaderByUID(QStringLiteral("RA"));
-        OVImageFileWriter* writer = Manager()->CreateWriter(QStringLiteral("Png"));
-        OVImageFileWriter* writerByUID = Manager()->CreateWriterByUID(QStringLiteral("WA"));
+        OVImageFileReader* fromB = Manager()->CreateReader("PNG");
+        OVImageFileReader* byUID = Manager()->CreateReaderByUID("RA");
+        OVImageFileWriter* writer = Manager()->CreateWriter("Png");
+        OVImageFileWriter* writerByUID = Manager()->CreateWriterByUID("WA");
         QCOMPARE(Describe(fromB) + Describe(byUID) + Describe(writer) + Describe(writerByUID),
-                 QStringLiteral("B.r1A.r1A.w1A.w2"));
+                 "B.r1A.r1A.w1A.w2");
         // Unknown formats and UIDs ask no plug-in; a plug-in that makes nothing gives null.
-        QCOMPARE(Manager()->CreateReader(QStringLiteral("tif")), nullptr);
-        QCOMPARE(Manager()->CreateWriter(QStringLiteral("jpg")), nullptr);
-        QCOMPARE(Manager()->CreateReader(QStringLiteral("gif")), nullptr);
-        QCOMPARE(Manager()->CreateWriterByUID(QStringLiteral("WN")), nullptr);
+        QCOMPARE(Manager()->CreateReader("tif"), nullptr);
+        QCOMPARE(Manager()->CreateWriter("jpg"), nullptr);
+        QCOMPARE(Manager()->CreateReader("gif"), nullptr);
+        QCOMPARE(Manager()->CreateWriterByUID("WN"), nullptr);
         QCOMPARE(m_calls.Take(),
                  Words("B.CreateReader(png) A.CreateReaderByUID(RA) A.CreateWriter(png) "
                        "A.CreateWriterByUID(WA) N.CreateReader(gif) N.CreateWriterByUID(WN)"));
-
         // Each object goes back to the plug-in that made it, once; unregistering a plug-in
         // leaves its live objects to be given back later.
         QVERIFY(Manager()->Unregister(a));
@@ -315,18 +313,17 @@ private slots:
 
     void orphanedReadersAndWriters()
     {
-        Add(QStringLiteral("A png:rw"));
-        FakeImagePlugin* b = Add(QStringLiteral("B jpg:rw"));
-
+        Add("A png:rw");
+        FakeImagePlugin* b = Add("B jpg:rw");
         // A reader destroyed by someone else is forgotten.
-        delete Manager()->CreateReader(QStringLiteral("png"));
+        delete Manager()->CreateReader("png");
         // A plug-in destroyed while registered takes its live objects out of the registry: the
         // one that outlives it is not handed back to anybody afterwards.
-        std::unique_ptr<OVImageFileReader> survivor(Manager()->CreateReader(QStringLiteral("png")));
+        std::unique_ptr<OVImageFileReader> survivor(Manager()->CreateReader("png"));
         survivor->setParent(nullptr);
-        QVERIFY(Manager()->CreateWriter(QStringLiteral("png")));
+        QVERIFY(Manager()->CreateWriter("png"));
         // A plug-in unregistered and then destroyed cannot be handed anything either.
-        std::unique_ptr<OVImageFileReader> stray(Manager()->CreateReader(QStringLiteral("jpg")));
+        std::unique_ptr<OVImageFileReader> stray(Manager()->CreateReader("jpg"));
         stray->setParent(nullptr);
         QVERIFY(Manager()->Unregister(b));
         m_plugins.clear();
@@ -341,8 +338,8 @@ private slots:
     {
         // One entry per set of formats a reader declares: jpg's readers serve jpeg too, and tif's
         // readers, which declare only tiff, leave tif without an entry.
-        FakeImagePlugin* a = Add(QStringLiteral("A gif:r jpg:r tif:r png:w jpg>jpg,jpeg tif>tiff"));
-        Add(QStringLiteral("N bmp:r null"));
+        FakeImagePlugin* a = Add("A gif:r jpg:r tif:r png:w jpg>jpg,jpeg tif>tiff");
+        Add("N bmp:r null");
         m_calls.Take();
         OVImageFileManager::InitReadersPool();
         QStringList expected;
@@ -357,13 +354,13 @@ private slots:
         for (const char* format : {"jpeg", "JPG"}) {
             for (int i = 0; i < m_n; ++i) {
                 jpegReaders << Manager()->AcquireReader(QLatin1String(format));
-                QCOMPARE(Describe(*jpegReaders.begin()).left(3), QStringLiteral("A.r"));
+                QCOMPARE(Describe(*jpegReaders.begin()).left(3), "A.r");
             }
             for (OVImageFileReader* reader : qAsConst(jpegReaders))
                 Manager()->ReleaseAcquiredReader(reader);
         }
         QCOMPARE(jpegReaders.size(), m_n);
-        OVImageFileReader* tiff = Manager()->AcquireReader(QStringLiteral("tiff"));
+        OVImageFileReader* tiff = Manager()->AcquireReader("tiff");
         QCOMPARE(tiff->GetFormats(), QStringList{"tiff"});
         Manager()->ReleaseAcquiredReader(tiff);
         OVImageFileManager::ReleaseReadersPool();
@@ -373,19 +370,19 @@ private slots:
     void poolOutlivesAnotherPlugin()
     {
         // P0, unregistered and deleted, leaves its readers in the pool; P1's death leaves them there.
-        FakeImagePlugin* p0 = Add(QStringLiteral("P0 aaa:r"));
-        Add(QStringLiteral("P1 bbb:r"));
+        FakeImagePlugin* p0 = Add("P0 aaa:r");
+        Add("P1 bbb:r");
         OVImageFileManager::InitReadersPool();
         std::vector<std::unique_ptr<OVImageFileReader>> readers;
         for (OVTest::FakeReader* reader : p0->Readers())
             readers.emplace_back(reader)->setParent(nullptr);
         QVERIFY(Manager()->Unregister(p0));
-        m_plugins.erase(QStringLiteral("P0"));
+        m_plugins.erase("P0");
         m_plugins.clear();
         QSemaphore lent;
         OVImageFileReader* reader = nullptr;
         std::thread borrower([&] {
-            reader = Manager()->AcquireReader(QStringLiteral("aaa"));
+            reader = Manager()->AcquireReader("aaa");
             lent.release();
         });
         if (!lent.tryAcquire(1, 10000))
@@ -397,14 +394,13 @@ private slots:
 
     void releaseWaitsForBorrowedReader()
     {
-        FakeImagePlugin* a = Add(QStringLiteral("A jpg:r"));
+        FakeImagePlugin* a = Add("A jpg:r");
         OVImageFileManager::InitReadersPool();
         if (m_n < 2)
             QSKIP("Needs two readers per pool entry");
-
         // The worker holds the last reader made; taking out the first, which is idle, waits for
         // the worker's to come back, since it needs the whole entry idle.
-        std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("jpg"));
+        std::thread worker = HoldUntilWaitedFor(m_calls, "jpg");
         Manager()->ReleaseReader(a->Readers().first());
         worker.join();
         QCOMPARE(m_calls.Take(),
@@ -415,7 +411,7 @@ private slots:
     {
         // A plug-in that deletes the readers it gets back, and readers returned more often than
         // they were lent: each reader still goes back once, and not while a worker holds it.
-        FakeImagePlugin* a = Add(QStringLiteral("A jpg:r png:r disposes"));
+        FakeImagePlugin* a = Add("A jpg:r png:r disposes");
         OVImageFileManager::InitReadersPool();
         QStringList names;
         for (const OVTest::FakeReader* reader : a->Readers())
@@ -432,7 +428,7 @@ private slots:
                 Manager()->ReleaseAcquiredReader(reader);
         }
         // The worker borrows png's top reader while a second copy of it stays idle.
-        std::thread worker = HoldUntilWaitedFor(m_calls, QStringLiteral("png"));
+        std::thread worker = HoldUntilWaitedFor(m_calls, "png");
         OVImageFileManager::ReleaseReadersPool();
         worker.join();
 
@@ -448,14 +444,14 @@ private slots:
 
     void poolStress()
     {
-        FakeImagePlugin* a = Add(QStringLiteral("A jpg:r png:r"));
+        FakeImagePlugin* a = Add("A jpg:r png:r");
         OVImageFileManager::InitReadersPool();
         OVTest::FakeReader::s_overlaps.storeRelaxed(0);
         std::atomic<int> failures{0};
         std::vector<std::thread> workers;
         for (int t = 0; t < 2 * m_n + 1; ++t) {
             workers.emplace_back([&, t] {
-                const QString format = t % 2 ? QStringLiteral("JPG") : QStringLiteral("png");
+                const QString format = t % 2 ? "JPG" : "png";
                 QImage image;
                 for (int round = 0; round < 600; ++round) {
                     OVImageFileReader* reader = Manager()->AcquireReader(format);
@@ -482,7 +478,7 @@ private slots:
     {
         // Without hooks nothing opens or saves.
         bool flag = true;
-        QVERIFY(!Manager()->Open(QStringLiteral("one"), &flag) && !flag);
+        QVERIFY(!Manager()->Open("one", &flag) && !flag);
         QVERIFY(!Manager()->Save(nullptr));
         // Hooks replace the ones installed before; the batch stops where the hook says.
         QStringList replaced, calls;
@@ -491,53 +487,32 @@ private slots:
         Manager()->Register(&RecordOpen, &calls);
         Manager()->Register(&RecordSave, &calls);
         flag = true;
-        QVERIFY(Manager()->Open(QStringLiteral("one"), &flag) && flag);
-        QVERIFY(Manager()->Open(QStringLiteral("one"), nullptr));
+        QVERIFY(Manager()->Open("one", &flag) && flag);
+        QVERIFY(Manager()->Open("one", nullptr));
         Manager()->Open(QStringList{"a", "b", "c"});
         QVERIFY(Manager()->Save(reinterpret_cast<KXDocumentInterface*>(&calls)));
         QCOMPARE(calls, Words("open(one,flag) open(one,null) open(a,flag) open(b,flag) save(doc)"));
         QVERIFY(replaced.isEmpty());
         // Null clears them.
         Manager()->Register(OVImageFileManager::OpenHook(nullptr), &calls);
-        QVERIFY(!Manager()->Open(QStringLiteral("one"), nullptr));
+        QVERIFY(!Manager()->Open("one", nullptr));
     }
 
 private:
-    // A plug-in of the given definition, kept until the test ends; Add() registers it too.
-    FakeImagePlugin* Make(const QString& definition)
+    // A plug-in of the given definition, kept until the test ends, and registered unless told not.
+    FakeImagePlugin* Add(const QString& definition, bool registered = true)
     {
         auto plugin = std::make_unique<FakeImagePlugin>(definition, &m_calls);
+        if (registered)
+            Manager()->Register(plugin.get());
         return (m_plugins[plugin->objectName()] = std::move(plugin)).get();
     }
-    FakeImagePlugin* Add(const QString& definition)
-    {
-        FakeImagePlugin* plugin = Make(definition);
-        Manager()->Register(plugin);
-        return plugin;
-    }
-    // Runs "+A" (register), "-A" (unregister), "xA" (delete) and "/" (forget the signals so far).
-    void Run(const QStringList& steps);
 
     std::map<QString, std::unique_ptr<FakeImagePlugin>> m_plugins;
     OVTest::CallLog m_calls;
     std::unique_ptr<OVTest::SignalLog> m_signals;
     const int m_n = QThread::idealThreadCount();
 };
-
-void TestImageFileRegistry::Run(const QStringList& steps)
-{
-    for (const QString& step : steps) {
-        FakeImagePlugin* plugin = step.size() > 1 ? m_plugins.at(step.mid(1)).get() : nullptr;
-        if (step.startsWith('+'))
-            QVERIFY(Manager()->Register(plugin));
-        else if (step.startsWith('-'))
-            QVERIFY(Manager()->Unregister(plugin));
-        else if (step.startsWith('x'))
-            m_plugins.erase(step.mid(1));
-        else
-            m_signals->Clear();
-    }
-}
 
 OV_TEST_MAIN(TestImageFileRegistry)
 #include "tst_imagefileregistry.moc"

@@ -9,8 +9,6 @@
 #include "OVBrushToolManager.h"
 #include "OVTestSupport.h"
 
-#include <QPointer>
-
 #include <atomic>
 #include <memory>
 #include <thread>
@@ -52,7 +50,7 @@ OVBrushPlugin* Lookup(const QString& id)
 // The one build-log line a refused registration wrote, with its place and words.
 void CheckRefusal(const OVTest::LogCapture& capture, const char* file, const char* text, int line)
 {
-    const QStringList lines = capture.Matching(QStringLiteral("Build date="));
+    const QStringList lines = capture.Matching("Build date=");
     QCOMPARE(lines.size(), 1);
     QVERIFY2(OVTest::BuildLogLine(file, text, line).match(lines[0]).hasMatch(), qPrintable(lines[0]));
 }
@@ -63,16 +61,18 @@ class TestItemRegistry : public QObject
 {
     Q_OBJECT
 private slots:
+    void init() { Manager::InitInstance(); }
+    void cleanup() { Manager::ReleaseInstance(); }
     // The two registries are one piece of code: the cases run against the brushes' registry, and
     // the adjustments' shows that its refusal names its own place and words.
     void adjustmentRefusal()
     {
         OVAdjustmentManager::InitInstance();
-        TestAdjustment first(QStringLiteral("a1"), QStringLiteral("X")), second(QStringLiteral("a2"), "X");
+        TestAdjustment first("a1", "X"), second("a2", "X");
         OVTest::LogCapture capture;
         QVERIFY(OVAdjustmentManager::GetInstance()->Register(&first));
         QVERIFY(!OVAdjustmentManager::GetInstance()->Register(&second));
-        QCOMPARE(OVAdjustmentManager::GetInstance()->GetAdjustment(QStringLiteral("X")), &first);
+        QCOMPARE(OVAdjustmentManager::GetInstance()->GetAdjustment("X"), &first);
         CheckRefusal(capture, "src\\OVAdjustmentManager.cpp",
                      "id:X already registered.Tool is not registered.", 117);
         OVAdjustmentManager::ReleaseInstance();
@@ -80,19 +80,16 @@ private slots:
 
     void mainBrush()
     {
-        Manager::InitInstance();
         Manager* manager = Manager::GetInstance();
-        auto a = std::make_unique<Item>(QStringLiteral("a"), QStringLiteral("A"));
-        auto b = std::make_unique<Item>(QStringLiteral("b"), QStringLiteral("B"));
-        auto c = std::make_unique<Item>(QStringLiteral("c"), QStringLiteral("C"));
-
+        auto a = std::make_unique<Item>("a", "A"), b = std::make_unique<Item>("b", "B"),
+             c = std::make_unique<Item>("c", "C");
         // The main brush plug-in is forgotten when destroyed, not when unregistered; one set twice,
         // replaced or cleared is no longer watched.
         manager->SetMainBrushPlugin(a.get());
         manager->SetMainBrushPlugin(a.get());
         manager->SetMainBrushPlugin(b.get());
         a.reset();
-        QVERIFY(manager->Register(b.get()) && manager->Unregister(QStringLiteral("B")));
+        QVERIFY(manager->Register(b.get()) && manager->Unregister("B"));
         QCOMPARE(manager->GetMainBrushPlugin(), b.get());
         manager->SetMainBrushPlugin(nullptr);
         manager->SetMainBrushPlugin(c.get());
@@ -100,23 +97,18 @@ private slots:
         QCOMPARE(manager->GetMainBrushPlugin(), c.get());
         c.reset();
         QVERIFY(!manager->GetMainBrushPlugin());
-        Manager::ReleaseInstance();
     }
 
     void registration()
     {
-        Manager::InitInstance();
         Manager* manager = Manager::GetInstance();
         OVTest::SignalLog log;
-        log.Record(manager, &Manager::Registred, QStringLiteral("+"));
-        log.Record(manager, &Manager::Unregistred, QStringLiteral("-"));
+        log.Record(manager, &Manager::Registred, "+");
+        log.Record(manager, &Manager::Unregistred, "-");
         OVTest::LogCapture capture;
 
-        Item x1(QStringLiteral("x1"), QStringLiteral("X"));
-        Item x2(QStringLiteral("x2"), QStringLiteral("X"));
-        auto b1 = std::make_unique<Item>(QStringLiteral("b1"), QStringLiteral("B"));
-        Item b2(QStringLiteral("b2"), QStringLiteral("B"));
-
+        Item x1("x1", "X"), x2("x2", "X"), b2("b2", "B");
+        auto b1 = std::make_unique<Item>("b1", "B");
         // A null item and a repeated registration succeed without changing anything; a second
         // object with a held identifier is refused and logged.
         QVERIFY(manager->Register(nullptr));
@@ -124,38 +116,34 @@ private slots:
         QVERIFY(manager->Register(&x1));
         QVERIFY(manager->Register(b1.get()));
         QVERIFY(!manager->Register(&x2));
-        QCOMPARE(Lookup(QStringLiteral("X")), &x1);
-        QCOMPARE(manager->GetID(b1.get()), QStringLiteral("B"));
+        QCOMPARE(Lookup("X"), &x1);
+        QCOMPARE(manager->GetID(b1.get()), "B");
         QVERIFY(manager->GetID(&x2).isNull());
         QCOMPARE(manager->GetRegistered(), (QStringList{"X", "B"}));
         CheckRefusal(capture, "src\\OVBrushToolManager.cpp",
                      "id:X already registered.Tool will not register.", 116);
-
         // Unregistering keeps the order of the rest and frees the identifier.
-        QVERIFY(!manager->Unregister(QStringLiteral("Y")));
-        QVERIFY(manager->Unregister(QStringLiteral("X")));
+        QVERIFY(!manager->Unregister("Y"));
+        QVERIFY(manager->Unregister("X"));
         QVERIFY(manager->Register(&x2));
         QCOMPARE(manager->GetRegistered(), (QStringList{"B", "X"}));
-
         // An item deleted while registered no longer holds its identifier; the next object
         // that reports it takes the entry over in place.
         b1.reset();
-        QVERIFY(!Lookup(QStringLiteral("B")));
+        QVERIFY(!Lookup("B"));
         QVERIFY(manager->Register(&b2));
-        QCOMPARE(Lookup(QStringLiteral("B")), &b2);
+        QCOMPARE(Lookup("B"), &b2);
         QCOMPARE(manager->GetRegistered(), (QStringList{"B", "X"}));
-
         // While an item is being destroyed it is still known by the pointer that was registered:
         // a receiver of its destroyed() forgets it under its identifier.
-        auto d = std::make_unique<Item>(QStringLiteral("d"), QStringLiteral("D"));
+        auto d = std::make_unique<Item>("d", "D");
         Item* dying = d.get();
         QVERIFY(manager->Register(dying));
         connect(dying, &QObject::destroyed, manager,
                 [manager, dying] { QVERIFY(manager->Unregister(manager->GetID(dying))); });
         d.reset();
-
         // Receivers may call back into the registry: this one takes every newcomer out again.
-        Item t(QStringLiteral("t"), QStringLiteral("T"));
+        Item t("t", "T");
         const QMetaObject::Connection reentrant =
             connect(manager, &Manager::Registred, manager, [manager](const QString& id) {
                 QVERIFY(manager->GetRegistered().contains(id));
@@ -167,7 +155,6 @@ private slots:
 
         QCOMPARE(log.Take(),
                  (OVTest::Words("+(X,x1) +(B,b1) -(X,x1) +(X,x2) +(B,b2) +(D,d) -(D,d) +(T,t) -(T,t)")));
-
         // The registry owns nothing.
         QPointer<Item> survivor(&x2);
         Manager::ReleaseInstance();
@@ -181,7 +168,6 @@ private slots:
     {
         constexpr int threads = 4;
         constexpr int perThread = 150;
-        Manager::InitInstance();
         Manager* manager = Manager::GetInstance();
         OVTest::LogCapture capture;
 
@@ -216,15 +202,12 @@ private slots:
         QCOMPARE(successes.load(), expected);
         QCOMPARE(direct.load(), expected);
         QTRY_COMPARE(queued, expected);
-        QCOMPARE(capture.Matching(QStringLiteral("already registered")).size(),
-                 threads * perThread - expected);
-
+        QCOMPARE(capture.Matching("already registered").size(), threads * perThread - expected);
         // Every identifier is held by one object that reports it.
         const QStringList registered = manager->GetRegistered();
         QCOMPARE(registered.size(), expected);
         for (const QString& id : registered)
             QCOMPARE(manager->GetID(Lookup(id)), id);
-        Manager::ReleaseInstance();
     }
 };
 

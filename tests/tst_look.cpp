@@ -11,10 +11,7 @@
 #include "OVTestSupport.h"
 #include "private/OVFileBookmark_p.h"
 
-#include <QDataStream>
-#include <QDir>
 #include <QImage>
-#include <QSettings>
 
 using A = OVApplication;
 using Stops = QVector<QPair<double, QColor>>;
@@ -23,8 +20,8 @@ namespace {
 
 QString Folder(const QString& name)
 {
-    QDir().mkpath(OVTest::SandboxPath() + QLatin1Char('/') + name);
-    return OVTest::SandboxPath() + QLatin1Char('/') + name;
+    QDir().mkpath(OVTest::SandboxPath() + '/' + name);
+    return OVTest::SandboxPath() + '/' + name;
 }
 
 // The colour a stop holds, whatever it is bound to.
@@ -47,7 +44,6 @@ void RecordBookmark(FileBookmarkStore::Operation operation, const QString& path)
     s_bookmarkCalls << QStringLiteral("%1 %2").arg(QStringList({"begin", "end", "add"}).at(operation), path);
 }
 
-OVTest::LogCapture* s_startupLog = nullptr;
 QString s_resources;
 
 QStringList Names()
@@ -77,56 +73,54 @@ private slots:
     void loadLanguages()
     {
         QCOMPARE(app->GetLanguages(), QStringList({"de", "ru", "sv"}));
-        const QStringList missing = s_startupLog->Matching(QStringLiteral(" translations."));
-        QVERIFY(missing.size() == 3 && missing[0].endsWith(QStringLiteral(". No en translations.\"")) &&
-                missing[1].contains(QStringLiteral(" fr ")) && missing[2].contains(QStringLiteral(" pt ")));
+        const QStringList missing = OVTest::StartupMessages().filter(" translations.");
+        QVERIFY(missing.size() == 3 && missing[0].endsWith(". No en translations.\"") &&
+                missing[1].contains(" fr ") && missing[2].contains(" pt "));
 
         OVTest::LogCapture log;
         QCOMPARE(Names(), QStringList({"", "", "", "", ""}));
-        QVERIFY(!app->LoadLanguage(QStringLiteral("pt")));
+        QVERIFY(!app->LoadLanguage("pt"));
         QVERIFY(app->GetLanguage().isEmpty());
         // Without translations the language still becomes current, with untranslated names.
-        QVERIFY(!app->LoadLanguage(QStringLiteral("sv")));
-        QCOMPARE(app->GetLanguage(), QStringLiteral("sv"));
+        QVERIFY(!app->LoadLanguage("sv"));
+        QCOMPARE(app->GetLanguage(), "sv");
         QCOMPARE(Names(), QStringList({"English", "German", "Russian", "Swedish", ""}));
         // a.qm, b.qm and C.qm load in that order, so C.qm's "English" wins over a.qm's.
-        QVERIFY(app->LoadLanguage(QStringLiteral("de")));
+        QVERIFY(app->LoadLanguage("de"));
         QCOMPARE(Names(), QStringList({"Englisch", "Deutsch", "Russisch", "Swedish", ""}));
-        QCOMPARE(log.Matching(QStringLiteral(". Translations for \\\"pt\\\" language not found.")).size(), 1);
-        QCOMPARE(log.Matching(QStringLiteral(". Load translator \\\"b.qm\\\" error.")).size(), 1);
+        QCOMPARE(log.Matching(". Translations for \\\"pt\\\" language not found.").size(), 1);
+        QCOMPARE(log.Matching(". Load translator \\\"b.qm\\\" error.").size(), 1);
         // A second language comes on top of the first, which stays installed beneath it.
-        QVERIFY(app->LoadLanguage(QStringLiteral("ru")));
-        QCOMPARE(app->GetLanguage(), QStringLiteral("ru"));
+        QVERIFY(app->LoadLanguage("ru"));
+        QCOMPARE(app->GetLanguage(), "ru");
         QCOMPARE(Names(), QStringList({"Englisch", "Немецкий", "Russisch", "Swedish", ""}));
     }
 
     void defaultLanguage()
     {
-        QCOMPARE(A::GetDefaultLanguage(), QStringLiteral("en"));
-        QSettings(s_resources + QStringLiteral("/settings/installsettings.ini"), QSettings::IniFormat)
-            .setValue(QStringLiteral("Language/Index"), QStringLiteral("pt_BR"));
-        QCOMPARE(A::GetDefaultLanguage(), QStringLiteral("pt_BR"));
+        QCOMPARE(A::GetDefaultLanguage(), "en");
+        QSettings(s_resources + "/settings/installsettings.ini", QSettings::IniFormat)
+            .setValue("Language/Index", "pt_BR");
+        QCOMPARE(A::GetDefaultLanguage(), "pt_BR");
     }
 
     void themes()
     {
         QCOMPARE(A::GetApplicationTheme(), A::Dark);
         OVTest::LogCapture log;
-        A::SetUserValue(A::ThemePath, OVTest::SandboxPath() + QStringLiteral("/none"));
+        A::SetUserValue(A::ThemePath, OVTest::SandboxPath() + "/none");
         QCOMPARE(A::GetApplicationTheme(), A::Light);
         QVERIFY(!app->LoadTheme());
-        QCOMPARE(log.Matching(QStringLiteral("\\\". Load theme error.")).size(), 1);
+        QCOMPARE(log.Matching("\\\". Load theme error.").size(), 1);
         QCOMPARE(int(app->GetTheme()), 0);
-
         // Bytes that are no Latin-1 text are taken as Latin-1 all the same.
         const QByteArray bytes("QWidget { font-family: \"\xc3\xa9\xff\xfe\x01\"; }");
-        const QString qss = Folder(QStringLiteral("theme")) + QStringLiteral("/pixel.qss");
+        const QString qss = Folder("theme") + "/pixel.qss";
         QVERIFY(OVTest::WriteFile(qss, bytes));
-        A::SetUserValue(A::ThemePath, Folder(QStringLiteral("theme")));
+        A::SetUserValue(A::ThemePath, Folder("theme"));
         QVERIFY(app->LoadTheme());
         QCOMPARE(qApp->styleSheet(), QString::fromLatin1(bytes));
         QCOMPARE(app->GetTheme(), A::Light);
-
         // Folders stay searched in the order they came: with the folder's sheet gone the dark
         // one is found, and still after the light theme is chosen.
         QVERIFY(QFile::remove(qss));
@@ -136,7 +130,7 @@ private slots:
             QCOMPARE(qApp->styleSheet(), QString::fromLatin1(OVTest::ReadFile(":/Dark/pixel.qss")));
             QCOMPARE(app->GetTheme(), type);
         }
-        QCOMPARE(A::GetUserValue(A::ThemePath).toString(), QStringLiteral(":/Light"));
+        QCOMPARE(A::GetUserValue(A::ThemePath).toString(), ":/Light");
     }
 
     void colours()
@@ -168,13 +162,13 @@ private slots:
         for (const QString name :
              {"one/b.png", "one/a.jpg", "one/C.bmp", "one/d.gif", "one/notes.txt", "two/z.PNG"})
             QVERIFY(image.save(Folder(name.left(3)) + name.mid(3), "PNG"));
-        QVERIFY(QDir().mkdir(Folder(QStringLiteral("one")) + QStringLiteral("/folder.png")));
+        QVERIFY(QDir().mkdir(Folder("one") + "/folder.png"));
 
-        QCOMPARE(app->LoadPatterns(OVTest::SandboxPath() + QStringLiteral("/none")), 0);
+        QCOMPARE(app->LoadPatterns(OVTest::SandboxPath() + "/none"), 0);
         // Entries go by name alone, so the folder named like an image is one of them.
-        QCOMPARE(app->LoadPatterns(Folder(QStringLiteral("one"))), 4);
-        QCOMPARE(app->LoadPatterns(Folder(QStringLiteral("two"))), 1);
-        QCOMPARE(app->LoadPatterns(Folder(QStringLiteral("one"))), 4);
+        QCOMPARE(app->LoadPatterns(Folder("one")), 4);
+        QCOMPARE(app->LoadPatterns(Folder("two")), 1);
+        QCOMPARE(app->LoadPatterns(Folder("one")), 4);
         QStringList files;
         for (int i = -1; i <= A::GetPatternCount(); ++i)
             files << A::GetPatternFile(i).remove(OVTest::SandboxPath());
@@ -260,18 +254,18 @@ private slots:
         FileBookmarkStore::SetObserver(&RecordBookmark);
         {
             const OVFileBookmark empty;
-            OVFileBookmark a(QStringLiteral("/a"));
-            a.Acquire(QStringLiteral("/a"));
+            OVFileBookmark a("/a");
+            a.Acquire("/a");
             OVFileBookmark copy(a);
-            a.Acquire(QStringLiteral("/b"));
+            a.Acquire("/b");
             a.Release();
             a.Release();
             OVFileBookmark& same = copy;
             copy = same;
             copy = empty;
             copy.Release();
-            a.Acquire(QStringLiteral("/b"));
-            OVFileBookmark::AddBookmark(QStringLiteral("/x"));
+            a.Acquire("/b");
+            OVFileBookmark::AddBookmark("/x");
         }
         FileBookmarkStore::SetObserver(nullptr);
         // Every access that began has ended, none before it began.
@@ -285,24 +279,18 @@ int main(int argc, char** argv)
     OVTest::IsolateEnvironment();
     // The installation: "de" with two translation files around a garbage one, "ru" with one,
     // "sv" with none, and "xx", a language the editor does not know.
-    s_resources = QFileInfo(QFile::decodeName(argv[0])).absolutePath() + QStringLiteral("/../Resources");
+    s_resources = QFileInfo(QFile::decodeName(argv[0])).absolutePath() + "/../Resources";
     QDir(s_resources).removeRecursively();
-    const QString translations = s_resources + QStringLiteral("/translations/");
+    const QString translations = s_resources + "/translations/";
     for (const QString copy : {"de_a:de.lproj/a.qm", "de_c:de.lproj/C.qm", "ru:ru.lproj/ru.qm",
                                "ru:xx.lproj/xx.qm", ":sv.lproj/"}) {
-        QDir().mkpath(translations + copy.section(QLatin1Char(':'), 1).section(QLatin1Char('/'), 0, 0));
-        QFile::copy(QStringLiteral(OV_TEST_QM_DIR "/%1.qm").arg(copy.section(QLatin1Char(':'), 0, 0)),
-                    translations + copy.section(QLatin1Char(':'), 1));
+        QDir().mkpath(translations + copy.section(':', 1).section('/', 0, 0));
+        QFile::copy(QStringLiteral(OV_TEST_QM_DIR "/%1.qm").arg(copy.section(':', 0, 0)),
+                    translations + copy.section(':', 1));
     }
-    if (!OVTest::WriteFile(translations + QStringLiteral("de.lproj/b.qm"), "no translations"))
+    if (!OVTest::WriteFile(translations + "de.lproj/b.qm", "no translations"))
         return 1;
-
-    OVTest::LogCapture startupLog;
-    s_startupLog = &startupLog;
-    A app(argc, argv);
-    TestLook test;
-    QTEST_SET_MAIN_SOURCE_PATH
-    return QTest::qExec(&test, argc, argv);
+    return OVTest::Main<TestLook>(argc, argv);
 }
 
 #include "tst_look.moc"

@@ -8,7 +8,6 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPointer>
 
 #include <memory>
 #include <vector>
@@ -25,10 +24,10 @@ QString Describe(const QMenuBar& bar)
     for (QAction* top : bar.actions()) {
         QStringList entries;
         for (QAction* entry : top->menu()->actions())
-            entries << entry->text() + (entry->menu() ? QStringLiteral("[]") : QString());
-        menus << top->text() + QLatin1Char('[') + entries.join(QLatin1Char(',')) + QLatin1Char(']');
+            entries << entry->text() + (entry->menu() ? "[]" : QString());
+        menus << top->text() + '[' + entries.join(',') + ']';
     }
-    return menus.join(QLatin1Char(','));
+    return menus.join(',');
 }
 
 QAction* Named(QAction* action, int id)
@@ -54,11 +53,11 @@ private slots:
     void contributionOrder()
     {
         M::InitInstance();
-        QMenu filter(QStringLiteral("Filter")), callerMenu;
+        QMenu filter("Filter"), callerMenu;
         QAction callerAction;
-        std::unique_ptr<QMenu> help(M::CreateMenu(M::Help, QStringLiteral("Help")));
+        std::unique_ptr<QMenu> help(M::CreateMenu(M::Help, "Help"));
         M::CreateMenu(M::Filter, &filter);
-        std::unique_ptr<QMenu> file(M::CreateMenu(M::File, QStringLiteral("File")));
+        std::unique_ptr<QMenu> file(M::CreateMenu(M::File, "File"));
         Named(M::CreateAction(M::Help, 1), 1);
         Named(M::CreateAction(M::File, 30), 30);
         Named(M::CreateMenu(M::Filter, 7), 7);
@@ -70,19 +69,18 @@ private slots:
 
         QMenuBar bar;
         M::Setup(&bar);
-        QCOMPARE(Describe(bar), QStringLiteral("File[-5,0[],10,20[],30],Filter[-7,7[]],Help[1]"));
+        QCOMPARE(Describe(bar), "File[-5,0[],10,20[],30],Filter[-7,7[]],Help[1]");
         M::ReleaseInstance();
     }
 
     void keysAndEntries()
     {
-        QVERIFY(!M::CreateMenu(M::File, QStringLiteral("File")));
+        QVERIFY(!M::CreateMenu(M::File, "File"));
         M::InitInstance();
-        std::unique_ptr<QMenu> file(M::CreateMenu(M::File, QStringLiteral("File")));
-        QMenu other(QStringLiteral("Other"));
-
+        std::unique_ptr<QMenu> file(M::CreateMenu(M::File, "File"));
+        QMenu other("Other");
         // A taken role keeps its first menu; entries need their role and a free id.
-        QVERIFY(!M::CreateMenu(M::File, QStringLiteral("Again")));
+        QVERIFY(!M::CreateMenu(M::File, "Again"));
         M::CreateMenu(M::File, &other);
         QVERIFY(!M::CreateAction(M::Edit, 1));
         QAction* one = Named(M::CreateAction(M::File, 1), 1);
@@ -94,7 +92,6 @@ private slots:
         QCOMPARE(M::GetAction(M::File, 1), one);
         QVERIFY(!M::GetAction(M::File, 3));
         QCOMPARE(file->actions(), (QList<QAction*>{one, sub->menuAction()}));
-
         // A null entry holds its id (the menu warns of the null action) until it is taken.
         QTest::ignoreMessage(QtWarningMsg, "QWidget::insertAction: Attempt to insert null action");
         M::CreateAction(M::File, 2, nullptr);
@@ -102,8 +99,7 @@ private slots:
         M::Take(M::File, 2);
         QAction* two = Named(M::CreateAction(M::File, 2), 2);
         M::CreateMenu(M::Edit, static_cast<QMenu*>(nullptr));
-        QVERIFY(!M::CreateMenu(M::Edit, QStringLiteral("Edit")));
-
+        QVERIFY(!M::CreateMenu(M::Edit, "Edit"));
         // Taking an entry takes it out of the menu without deleting it and frees its id; the
         // next entry under that id goes back to the same place.
         M::Take(M::File, 1);
@@ -113,7 +109,6 @@ private slots:
         QAction* again = Named(M::CreateAction(M::File, 1), 1);
         M::Take(M::File, 3);
         QCOMPARE(file->actions(), (QList<QAction*>{again, two}));
-
         // An entry deleted by its owner is passed over: the next entry goes before the first
         // following one that still exists.
         QAction* four = Named(M::CreateAction(M::File, 4), 4);
@@ -126,14 +121,12 @@ private slots:
         M::CreateAction(M::File, 8, nullptr);
         Named(M::CreateAction(M::File, 9), 9);
         Named(M::CreateAction(M::File, 7), 7);
-
         // The bar gets the menus that exist when it is set up, once.
         M::Setup(nullptr);
         QMenuBar bar;
         M::Setup(&bar);
-        std::unique_ptr<QMenu> help(M::CreateMenu(M::Help, QStringLiteral("Help")));
-        QCOMPARE(Describe(bar), QStringLiteral("File[1,2,5,6,9,7]"));
-
+        std::unique_ptr<QMenu> help(M::CreateMenu(M::Help, "Help"));
+        QCOMPARE(Describe(bar), "File[1,2,5,6,9,7]");
         // Releasing the manager deletes no menu and no action.
         QPointer<QAction> watched(again);
         M::ReleaseInstance();

@@ -4,8 +4,6 @@
 #include "OVApplication.h"
 #include "OVTestSupport.h"
 
-#include <QDir>
-
 namespace {
 bool s_beforeApplication = false;
 } // namespace
@@ -13,7 +11,6 @@ bool s_beforeApplication = false;
 class TestNoInstance : public QObject
 {
     Q_OBJECT
-
 private slots:
     void defaultsAndHarmlessSetters()
     {
@@ -22,24 +19,21 @@ private slots:
         QCOMPARE(A::GetInstance(), nullptr);
         // The resource folder does not depend on the application class, nor do key names.
         QVERIFY(!A::GetResourcePath().isEmpty());
-        QCOMPARE(A::GetName(A::ThemePath), QStringLiteral("Theme/Path"));
+        QCOMPARE(A::GetName(A::ThemePath), "Theme/Path");
 
-        const QString home = QDir::homePath();
-        const auto entries = [&home] {
-            return QDir(home).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
-        };
+        const auto entries = [] { return QDir::home().entryList(QDir::AllEntries | QDir::NoDotAndDotDot); };
         const QStringList before = entries();
-        A::SetAppicationValue(QStringLiteral("k"), 1);
-        A::SetUserValue(QStringLiteral("k"), 1);
-        A::SetDataFolder(home + QStringLiteral("/data"));
-        A::SetUserDataFolder(home + QStringLiteral("/user"));
-        A::SetPathOpen(QStringLiteral("/x"));
+        A::SetAppicationValue("k", 1);
+        A::SetUserValue("k", 1);
+        A::SetDataFolder(QDir::homePath() + "/data");
+        A::SetUserDataFolder(QDir::homePath() + "/user");
+        A::SetPathOpen("/x");
         A::SetColorManagementNotEqualPolicy(A::NotEqualAsk);
         A::FlushData();
         A::UIReady();
         QCOMPARE(entries(), before);
 
-        QCOMPARE(A::GetApplicationValue(QStringLiteral("k"), 5), QVariant(5));
+        QCOMPARE(A::GetApplicationValue("k", 5), QVariant(5));
         // The default comes back as given, without the region stripping of stored languages.
         QCOMPARE(A::GetUserValue(A::LanguageIndex, "pt_BR"), QVariant("pt_BR"));
         QCOMPARE(A::GetDataFolder(), QString());
@@ -56,14 +50,10 @@ int main(int argc, char** argv)
     OVTest::IsolateEnvironment();
     s_beforeApplication = OVApplication::GetInstance() == nullptr &&
                           OVApplication::GetResourcePath().isEmpty() &&
-                          OVApplication::GetUserValue(QStringLiteral("k"), 3) == QVariant(3);
-    OVApplication::SetUserValue(QStringLiteral("k"), 1);
+                          OVApplication::GetUserValue("k", 3) == QVariant(3);
+    OVApplication::SetUserValue("k", 1);
     OVApplication::UIReady();
-
-    QApplication app(argc, argv);
-    TestNoInstance test;
-    QTEST_SET_MAIN_SOURCE_PATH
-    return QTest::qExec(&test, argc, argv);
+    return OVTest::Main<TestNoInstance, QApplication>(argc, argv);
 }
 
 #include "tst_noinstance.moc"

@@ -7,12 +7,9 @@
 #include "OVProfileFixtures.h"
 #include "OVTestSupport.h"
 
-#include <QDir>
-#include <QFile>
-#include <QPluginLoader>
-
 namespace {
 
+using OVTest::Words;
 const QString kFixtures = QStringLiteral(OV_FIXTURE_PLUGIN_DIR);
 const QString kSuffix = QStringLiteral(OV_PLUGIN_SUFFIX);
 
@@ -50,7 +47,7 @@ QStringList LoadLines(const QStringList& messages)
 {
     QStringList lines;
     for (const QString& message : messages)
-        if (message.contains(QLatin1String("Plugin: ")))
+        if (message.contains("Plugin: "))
             lines << message.section(QLatin1String("\". "), 1);
     return lines;
 }
@@ -60,23 +57,29 @@ QStringList LoadLines(const QStringList& messages)
 class TestPluginLoader : public QObject
 {
     Q_OBJECT
-
 private slots:
-    void initTestCase() { OVImageFileManager::InitInstance(); }
+    void initTestCase()
+    {
+        OVImageFileManager::InitInstance();
+        using A = OVApplication;
+        m_log.RecordByName(A::GetInstance(), &A::PluginLoading, &A::PluginLoaded, &A::PluginLoadingError,
+                           &A::PluginsLoadingFinished);
+    }
 
     void init()
     {
         ++m_round;
-        QDir(Root() + QStringLiteral("/Resources")).removeRecursively();
-        QDir(Root() + QLatin1Char('/') + Plugins()).removeRecursively();
+        QDir(Root() + "/Resources").removeRecursively();
+        QDir(Root() + '/' + Plugins()).removeRecursively();
         // The application folder holds the test program and nothing else it could load.
         QDir bin(QCoreApplication::applicationDirPath());
-        for (const QString& library : bin.entryList({QStringLiteral("*.") + kSuffix}, QDir::Files))
+        for (const QString& library : bin.entryList({"*." + kSuffix}, QDir::Files))
             QVERIFY(bin.remove(library));
         QVERIFY(QDir().mkpath(Brush()) && QDir().mkpath(General()));
-        QVERIFY(QDir().mkpath(Root() + QStringLiteral("/Resources")));
-        WriteIni(QStringLiteral("[General]\nbrush=../%1/brush\ngeneral=../%1/general\n"));
+        QVERIFY(QDir().mkpath(Root() + "/Resources"));
+        WriteIni("[General]\nbrush=../%1/brush\ngeneral=../%1/general\n");
         TakeFixtureCalls();
+        m_log.Clear();
     }
 
     void cleanup()
@@ -97,23 +100,22 @@ private slots:
 
     void loadsFoldersInOrder()
     {
-        const QString brush = Install(QStringLiteral("brushcontainer"), Brush());
-        const QString upper = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("UPPER.SO"));
-        const QString image = Install(QStringLiteral("imagecontainer"), General(), QStringLiteral("a_image"));
-        const QString empty = Install(QStringLiteral("emptycontainer"), General(), QStringLiteral("b_empty"));
-        const QString other = Install(QStringLiteral("notcontainer"), General(), QStringLiteral("c_other"));
-        const QString plain = Install(QStringLiteral("plainlibrary"), General(), QStringLiteral("d_plain"));
-        QVERIFY(OVTest::WriteFile(General() + QStringLiteral("/readme.txt"), {}));
-        QVERIFY(QDir().mkpath(General() + QStringLiteral("/x.") + kSuffix));
+        const QString brush = Install("brushcontainer", Brush());
+        const QString upper = Install("toolcontainer", General(), "UPPER.SO");
+        const QString image = Install("imagecontainer", General(), "a_image");
+        const QString empty = Install("emptycontainer", General(), "b_empty");
+        const QString other = Install("notcontainer", General(), "c_other");
+        const QString plain = Install("plainlibrary", General(), "d_plain");
+        QVERIFY(OVTest::WriteFile(General() + "/readme.txt", {}));
+        QVERIFY(QDir().mkpath(General() + "/x." + kSuffix));
         const QString plainError = LoaderError(plain);
 
-        OVTest::SignalLog log;
-        Record(log);
         // Events are processed between files: a call queued when a file starts runs before its
         // result is announced.
-        QObject::connect(OVApplication::GetInstance(), &OVApplication::PluginLoading, &log, [&log] {
+        QObject context;
+        QObject::connect(OVApplication::GetInstance(), &OVApplication::PluginLoading, &context, [this] {
             QMetaObject::invokeMethod(
-                &log, [&log] { log.Append("event"); }, Qt::QueuedConnection);
+                &m_log, [this] { m_log.Append("event"); }, Qt::QueuedConnection);
         });
         OVTest::LogCapture capture;
 
@@ -123,20 +125,17 @@ private slots:
                                Failed(other, "Is not an Orvelin's plugin.") + Failed(plain, plainError);
         for (int i = 5; i >= 0; --i)
             expected.insert(2 * i + 1, "event");
-        QCOMPARE(log.Take(), expected << "PluginsLoadingFinished()");
+        QCOMPARE(m_log.Take(), expected << "PluginsLoadingFinished()");
 
         QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{empty, other, plain}));
-        QCOMPARE(OVApplication::GetErrorInfo(other), QStringLiteral("Is not an Orvelin's plugin."));
-        QCOMPARE(OVApplication::GetErrorInfo(General() + QStringLiteral("/readme.txt")),
-                 QStringLiteral("Errors not found"));
+        QCOMPARE(OVApplication::GetErrorInfo(other), "Is not an Orvelin's plugin.");
+        QCOMPARE(OVApplication::GetErrorInfo(General() + "/readme.txt"), "Errors not found");
         QCOMPARE(TakeFixtureCalls(),
-                 (OVTest::Words(
-                     "brush:Initialize tool:Initialize image:Initialize empty:Initialize empty:destroyed")));
-
+                 Words("brush:Initialize tool:Initialize image:Initialize empty:Initialize empty:destroyed"));
         // What the libraries brought: the image file plug-in and the brush factory.
         OVImageFileManager* registry = OVImageFileManager::GetInstance();
-        QVERIFY(registry->GetPluginForRead(QStringLiteral("fxa")) != nullptr);
-        QCOMPARE(OVApplication::GetBrushFactory()->GetBrushNames(), QStringList{QStringLiteral("round")});
+        QVERIFY(registry->GetPluginForRead("fxa") != nullptr);
+        QCOMPARE(OVApplication::GetBrushFactory()->GetBrushNames(), QStringList{"round"});
 
         const QStringList lines = LoadLines(capture.Messages());
         QCOMPARE(lines.size(), 6);
@@ -147,23 +146,20 @@ private slots:
         QCOMPARE(loadedLine.match(lines[0]).captured(1), brush);
         QVERIFY2(lines[5].endsWith(QStringLiteral("Error message is \\\"%1\\\".\"").arg(plainError)),
                  qPrintable(lines[5]));
-
         // The user interface is announced to the loaded containers, last loaded first.
         OVApplication::UIReady();
-        QCOMPARE(TakeFixtureCalls(), (OVTest::Words("image:UIReady tool:UIReady brush:UIReady")));
-
+        QCOMPARE(TakeFixtureCalls(), Words("image:UIReady tool:UIReady brush:UIReady"));
         // Unloading takes everything back, last loaded first, and keeps the records.
         capture.Clear();
         OVApplication::UnloadPlugins();
         QCOMPARE(
             TakeFixtureCalls(),
-            (OVTest::Words(
-                "image:Release image:destroyed tool:Release tool:destroyed brush:Release brush:destroyed")));
-        const QString unloaded = QStringLiteral("Plugin: \\\"%1\\\" is unloaded successfully.\"");
+            Words("image:Release image:destroyed tool:Release tool:destroyed brush:Release brush:destroyed"));
+        const QString unloaded = "Plugin: \\\"%1\\\" is unloaded successfully.\"";
         QCOMPARE(LoadLines(capture.Messages()),
                  (QStringList{unloaded.arg(image), unloaded.arg(upper), unloaded.arg(brush)}));
-        QCOMPARE(registry->GetPluginForRead(QStringLiteral("fxa")), nullptr);
-        QCOMPARE(OVApplication::GetErrorInfo(brush), QStringLiteral("Plugin OK."));
+        QCOMPARE(registry->GetPluginForRead("fxa"), nullptr);
+        QCOMPARE(OVApplication::GetErrorInfo(brush), "Plugin OK.");
         QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{empty, other, plain}));
 
         OVApplication::UIReady();
@@ -172,8 +168,7 @@ private slots:
 
     void wellKnownFlags_data()
     {
-        QTest::addColumn<int>("flags");
-        QTest::addColumn<QStringList>("loaded");
+        OVTest::Columns<int, QStringList>({"flags", "loaded"});
         using A = OVApplication;
         QTest::newRow("filters, case-sensitive") << int(A::Filters) << QStringList{"filter"};
         // The base name ends at the first dot.
@@ -181,48 +176,40 @@ private slots:
         QTest::newRow("brushes: the whole brush folder")
             << int(A::Brushes) << QStringList{"brushcontainer", "extra"};
         QTest::newRow("three flags") << int(A::Adjustments | A::Brushes | A::Tools)
-                                     << OVTest::Words(
-                                            "brushcontainer extra adjustments basictools generaltools");
+                                     << Words("brushcontainer extra adjustments basictools generaltools");
     }
     void wellKnownFlags()
     {
         QFETCH(int, flags);
         QFETCH(QStringList, loaded);
-
-        Install(QStringLiteral("brushcontainer"), Brush());
-        Install(QStringLiteral("toolcontainer"), Brush(), QStringLiteral("extra"));
+        Install("brushcontainer", Brush());
+        Install("toolcontainer", Brush(), "extra");
         for (const char* name : {"adjustments", "filter", "Filter", "imageio", "imageio.v2", "basictools",
                                  "generaltools", "other"})
-            Install(QStringLiteral("toolcontainer"), General(), QString::fromLatin1(name) + '.' + kSuffix);
+            Install("toolcontainer", General(), QString::fromLatin1(name) + '.' + kSuffix);
 
-        OVTest::SignalLog log;
-        Record(log);
         OVApplication::LoadPlugins(OVApplication::PluginsLoadTypes(flags));
 
         QStringList files;
         for (const QString& name : loaded)
             files << (name == "brushcontainer" || name == "extra" ? Brush() : General()) + '/' + name + '.' +
                          kSuffix;
-        QCOMPARE(log.Entries(), Loaded(files) << "PluginsLoadingFinished()");
+        QCOMPARE(m_log.Entries(), Loaded(files) << "PluginsLoadingFinished()");
     }
 
     void missingFolders_data()
     {
         // The text of "plugins.ini" ("" for none), %1 standing for the test's plug-in folder.
-        QTest::addColumn<QString>("ini");
-        QTest::addColumn<int>("flags");
-        QTest::addColumn<QStringList>("logged");
         // Which libraries load, in order: "general" the one of the general folder, "bin" the one
         // in the application folder.
-        QTest::addColumn<QStringList>("loads");
-        QTest::addColumn<bool>("finished");
-
-        const QString brushMissing = QStringLiteral("Brush folder is missing");
-        const QString generalMissing = QStringLiteral("The plugins folder does not exist");
-        const QString ini = QStringLiteral("[General]\nbrush=%1\ngeneral=%2\n");
-        const QString brush = QStringLiteral("../%1/brush"), general = QStringLiteral("../%1/general");
-        const QString nowhere = QStringLiteral("../nowhere");
-        const QStringList none, generalOnly{QStringLiteral("general")};
+        OVTest::Columns<QString, int, QStringList, QStringList, bool>(
+            {"ini", "flags", "logged", "loads", "finished"});
+        const QString brushMissing = "Brush folder is missing";
+        const QString generalMissing = "The plugins folder does not exist";
+        const QString ini = "[General]\nbrush=%1\ngeneral=%2\n";
+        const QString brush = "../%1/brush", general = "../%1/general";
+        const QString nowhere = "../nowhere";
+        const QStringList none, generalOnly{"general"};
         QTest::newRow("general folder missing")
             << ini.arg(brush, nowhere) << -1 << QStringList{generalMissing} << none << false;
         QTest::newRow("both missing")
@@ -236,7 +223,7 @@ private slots:
                                                   << QStringList{brushMissing} << generalOnly << true;
         // Without folder names both folders are the application folder, so its library is
         // gathered twice: as a brush library and as a general one.
-        QTest::newRow("no plugins.ini") << "" << -1 << none << OVTest::Words("bin bin") << true;
+        QTest::newRow("no plugins.ini") << "" << -1 << none << Words("bin bin") << true;
     }
     void missingFolders()
     {
@@ -244,17 +231,14 @@ private slots:
         QFETCH(int, flags);
         QFETCH(QStringList, loads);
         QFETCH(bool, finished);
-
-        Install(QStringLiteral("brushcontainer"), Brush());
-        const QString folder = General() + (ini.contains(", v2") ? QStringLiteral(", v2") : QString());
+        Install("brushcontainer", Brush());
+        const QString folder = General() + (ini.contains(", v2") ? ", v2" : QString());
         QVERIFY(QDir().mkpath(folder));
-        const QString general = Install(QStringLiteral("toolcontainer"), folder, QStringLiteral("imageio"));
-        const QString bin = Install(QStringLiteral("toolcontainer"), QCoreApplication::applicationDirPath(),
+        const QString general = Install("toolcontainer", folder, "imageio");
+        const QString bin = Install("toolcontainer", QCoreApplication::applicationDirPath(),
                                     QStringLiteral("inbin-%1").arg(m_round));
         WriteIni(ini);
 
-        OVTest::SignalLog log;
-        Record(log);
         OVTest::LogCapture capture;
         if (flags < 0)
             OVApplication::LoadPlugins();
@@ -266,65 +250,60 @@ private slots:
         QStringList messages;
         for (const QString& message : capture.Messages())
             messages << message.section(QLatin1String("\". "), 1).chopped(1);
-        QTEST(messages.filter(QStringLiteral("folder")), "logged");
+        QTEST(messages.filter("folder"), "logged");
         QStringList files;
         for (const QString& which : loads)
             files << (which == "bin" ? bin : general);
-        QCOMPARE(log.Entries(),
+        QCOMPARE(m_log.Entries(),
                  Loaded(files) + (finished ? QStringList{"PluginsLoadingFinished()"} : QStringList()));
     }
 
     void explicitFiles()
     {
-        const QString image = Install(QStringLiteral("imagecontainer"), General(), QStringLiteral("image"));
-        const QString tool = Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("tool"));
-        const QString missing = General() + QStringLiteral("/missing.") + kSuffix;
-        const QString folder = General() + QStringLiteral("/folder.") + kSuffix;
-        const QString corrupt = General() + QStringLiteral("/corrupt.") + kSuffix;
+        const QString image = Install("imagecontainer", General(), "image");
+        const QString tool = Install("toolcontainer", General(), "tool");
+        const QString missing = General() + "/missing." + kSuffix;
+        const QString folder = General() + "/folder." + kSuffix;
+        const QString corrupt = General() + "/corrupt." + kSuffix;
         QVERIFY(QDir().mkpath(folder));
         QVERIFY(OVTest::WriteFile(corrupt, "This is not a library.\n"));
         m_tried << missing << folder << corrupt;
 
-        OVTest::SignalLog log;
-        Record(log);
         OVApplication::LoadPlugins(QStringList{missing, folder, corrupt, image, image});
         OVApplication::LoadPlugin(tool);
         // A plug-in with the brush factory's UID replaces the factory with what it is: none.
-        const QString brush = Install(QStringLiteral("brushcontainer"), Brush());
-        const QString fake = Install(QStringLiteral("fakebrush"), Brush());
+        const QString brush = Install("brushcontainer", Brush());
+        const QString fake = Install("fakebrush", Brush());
         OVApplication::LoadPlugin(brush);
         QVERIFY(OVApplication::GetBrushFactory());
         OVApplication::LoadPlugin(fake);
         QCOMPARE(OVApplication::GetBrushFactory(), nullptr);
         OVApplication::UnloadPlugins(QStringList{brush, fake});
-        QCOMPARE(log.Entries().mid(12, 2), Loaded({brush}));
+        QCOMPARE(m_log.Entries().mid(12, 2), Loaded({brush}));
 
         const QString folderError = OVApplication::GetErrorInfo(folder);
         const QString corruptError = OVApplication::GetErrorInfo(corrupt);
-        QVERIFY(!folderError.isEmpty() && folderError != QLatin1String("Plugin OK."));
-        QVERIFY(!corruptError.isEmpty() && corruptError != QLatin1String("Plugin OK."));
-        QCOMPARE(log.Take().mid(0, 12), Failed(missing, "Missing file") + Failed(folder, folderError) +
-                                            Failed(corrupt, corruptError) + Loaded({image, image, tool}));
+        QVERIFY(!folderError.isEmpty() && folderError != "Plugin OK.");
+        QVERIFY(!corruptError.isEmpty() && corruptError != "Plugin OK.");
+        QCOMPARE(m_log.Take().mid(0, 12), Failed(missing, "Missing file") + Failed(folder, folderError) +
+                                              Failed(corrupt, corruptError) + Loaded({image, image, tool}));
         QCOMPARE(OVApplication::GetErrorPlugins(), (std::vector<QString>{missing, folder, corrupt}));
         // The same library loaded twice is one library: its container is initialised twice.
-        QCOMPARE(TakeFixtureCalls().mid(0, 3),
-                 (OVTest::Words("image:Initialize image:Initialize tool:Initialize")));
-
+        QCOMPARE(TakeFixtureCalls().mid(0, 3), Words("image:Initialize image:Initialize tool:Initialize"));
         // Unloading by name releases and forgets every record of the name, each with its own
         // unload and log line.
         OVTest::LogCapture capture;
         OVApplication::UnloadPlugin(image);
-        QCOMPARE(TakeFixtureCalls().filter(QStringLiteral("Release")),
-                 OVTest::Words("image:Release image:Release"));
+        QCOMPARE(TakeFixtureCalls().filter("Release"), Words("image:Release image:Release"));
         QCOMPARE(LoadLines(capture.Messages()).size(), 2);
-        QCOMPARE(OVApplication::GetErrorInfo(image), QStringLiteral("Errors not found"));
+        QCOMPARE(OVApplication::GetErrorInfo(image), "Errors not found");
         // The registry was not asked; it forgot the plug-in when the library's end destroyed it.
-        QCOMPARE(OVImageFileManager::GetInstance()->GetPluginForRead(QStringLiteral("fxa")), nullptr);
+        QCOMPARE(OVImageFileManager::GetInstance()->GetPluginForRead("fxa"), nullptr);
 
         OVApplication::UnloadPlugins(QStringList{missing, corrupt});
         QCOMPARE(OVApplication::GetErrorPlugins(), std::vector<QString>{folder});
-        QCOMPARE(OVApplication::GetErrorInfo(tool), QStringLiteral("Plugin OK."));
-        QVERIFY(log.Entries().isEmpty());
+        QCOMPARE(OVApplication::GetErrorInfo(tool), "Plugin OK.");
+        QVERIFY(m_log.Entries().isEmpty());
     }
 
     void pluginFileName()
@@ -332,14 +311,12 @@ private slots:
         const auto real = [](const QString& file) {
             return QStringList{QFileInfo(file).canonicalFilePath()};
         };
-        const QString brush = Install(QStringLiteral("brushcontainer"), Brush());
-        const QString imageio =
-            Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("imageio"));
-        const QString basic =
-            Install(QStringLiteral("toolcontainer"), General(), QStringLiteral("basictools"));
+        const QString brush = Install("brushcontainer", Brush());
+        const QString imageio = Install("toolcontainer", General(), "imageio");
+        const QString basic = Install("toolcontainer", General(), "basictools");
         // Reached through a link, a library is named by its real path.
-        const QString filter = Install(QStringLiteral("toolcontainer"), Root(), QStringLiteral("realfilter"));
-        QVERIFY(QFile::link(filter, General() + QStringLiteral("/filter.") + kSuffix));
+        const QString filter = Install("toolcontainer", Root(), "realfilter");
+        QVERIFY(QFile::link(filter, General() + "/filter." + kSuffix));
 
         using A = OVApplication;
         QCOMPARE(A::PluginFileName(A::Adjustments), QStringList{QString()});
@@ -359,12 +336,12 @@ private:
     // old code, so every test function gets plug-in folders of its own.
     QString Root() const { return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/.."); }
     QString Plugins() const { return QStringLiteral("plugins-%1").arg(m_round); }
-    QString Brush() const { return Root() + QLatin1Char('/') + Plugins() + QStringLiteral("/brush"); }
-    QString General() const { return Root() + QLatin1Char('/') + Plugins() + QStringLiteral("/general"); }
+    QString Brush() const { return Root() + '/' + Plugins() + "/brush"; }
+    QString General() const { return Root() + '/' + Plugins() + "/general"; }
     // Writes "plugins.ini" (removes it for ""), %1 standing for the test's plug-in folder.
     void WriteIni(const QString& text)
     {
-        const QString ini = Root() + QStringLiteral("/Resources/plugins.ini");
+        const QString ini = Root() + "/Resources/plugins.ini";
         QVERIFY(text.isEmpty()
                     ? QFile::remove(ini)
                     : OVTest::WriteFile(ini, QString(text).replace(QLatin1String("%1"), Plugins()).toUtf8()));
@@ -375,22 +352,15 @@ private:
     {
         if (name.isEmpty())
             name = fixture;
-        const QString target = folder + QLatin1Char('/') +
-                               (name.contains(QLatin1Char('.')) ? name : name + QLatin1Char('.') + kSuffix);
+        const QString target = folder + '/' + (name.contains('.') ? name : name + '.' + kSuffix);
         QFile::remove(target);
-        if (!QFile::copy(kFixtures + QLatin1Char('/') + fixture + QLatin1Char('.') + kSuffix, target))
+        if (!QFile::copy(kFixtures + '/' + fixture + '.' + kSuffix, target))
             qFatal("Cannot copy the fixture %s", qPrintable(fixture));
         m_tried << target;
         return target;
     }
 
-    static void Record(OVTest::SignalLog& log)
-    {
-        using A = OVApplication;
-        log.RecordByName(A::GetInstance(), &A::PluginLoading, &A::PluginLoaded, &A::PluginLoadingError,
-                         &A::PluginsLoadingFinished);
-    }
-
+    OVTest::SignalLog m_log;
     QStringList m_tried;
     int m_round = 0;
 };

@@ -5,10 +5,6 @@
 #include "OVRecentManager.h"
 #include "OVTestSupport.h"
 
-#include <QDataStream>
-#include <QDir>
-#include <QSettings>
-
 #include <functional>
 #include <memory>
 
@@ -16,7 +12,7 @@ namespace {
 
 QString UserIni()
 {
-    return OVApplication::GetUserDataFolder() + QStringLiteral("/user.ini");
+    return OVApplication::GetUserDataFolder() + "/user.ini";
 }
 
 // A stored list as the settings hold it: a count, then strings, whatever the count says.
@@ -33,16 +29,11 @@ QByteArray Stored(qint32 count, const QStringList& paths)
 // An existing file that the lists can keep across a restart.
 QString File(const QString& name)
 {
-    QDir().mkpath(OVTest::SandboxPath() + QStringLiteral("/files"));
-    QFile file(OVTest::SandboxPath() + QStringLiteral("/files/") + name);
+    QDir().mkpath(OVTest::SandboxPath() + "/files");
+    QFile file(OVTest::SandboxPath() + "/files/" + name);
     if (!file.exists() && file.open(QIODevice::WriteOnly))
         file.write("x");
     return file.fileName();
-}
-
-void Row(const char* name, const QString& steps, const QString& expected, const QString& lists)
-{
-    QTest::newRow(name) << steps << expected << lists;
 }
 
 } // namespace
@@ -50,7 +41,6 @@ void Row(const char* name, const QString& steps, const QString& expected, const 
 class TestRecentManager : public QObject
 {
     Q_OBJECT
-
 private slots:
     void cleanup() { OVRecentManager::ReleaseInstance(); }
     void sequences_data()
@@ -58,25 +48,26 @@ private slots:
         // Steps: r PushRecent, f PushFavorite, x Remove, d SetItemData(role 7), u ContentUpdated,
         // R SetRecentsNumber, F SetFavoritesNumber, ? logs the item data of role 7. The signals of
         // the steps before "|" are not compared. Then the recents and the favourites afterwards.
-        QTest::addColumn<QString>("steps");
-        QTest::addColumn<QString>("expected");
-        QTest::addColumn<QString>("lists");
-
-        Row("pushed again", "r:a r:b d:a | r:a ?:a", "RecentRemoved(a) RecentInserted(a) data(a)=1", "a b |");
-        Row("favourite pushed as recent", "f:a | r:a", "FavoriteUpdated(a)", "| a");
-        Row("favourites full", "f:1 f:2 f:3 f:4 f:5 | f:6", "", "| 5 4 3 2 1");
-        Row("promotion", "r:a r:b d:a | f:a ?:a", "RecentRemoved(a) FavoriteInserted(a) data(a)=1", "b | a");
-        Row("demotion", "f:z r:1 r:2 r:3 r:4 r:5 r:6 r:7 r:8 r:9 r:10 | x:z ?:z",
-            "FavoriteRemoved(z) RecentRemoved(1) RecentInserted(z) data(z)=none", "z 10 9 8 7 6 5 4 3 2 |");
-        Row("removed recent", "r:a d:a | x:a r:a ?:a", "RecentRemoved(a) RecentInserted(a) data(a)=none",
-            "a |");
-        Row("favourites trimmed", "f:a f:b f:c | F:1",
-            "FavoriteRemoved(a) RecentInserted(a) FavoriteRemoved(b) RecentInserted(b)", "b a | c");
-        Row("recents trimmed", "r:a r:b r:c | R:1", "RecentRemoved(a) RecentRemoved(b)", "c |");
-        Row("recents full", "R:2 r:a r:b | r:c", "RecentRemoved(a) RecentInserted(c)", "c b |");
-        Row("limit 0 is no limit", "R:0 f:a | r:a", "RecentInserted(a)", "a | a");
-        Row("data and updates", "r:a f:b | d:a d:b d:q u:a u:b u:q",
-            "RecentDataChanged(a,7) FavoriteDataChanged(b,7) RecentUpdated(a) FavoriteUpdated(b)", "a | b");
+        OVTest::Columns<QString, QString, QString>({"steps", "expected", "lists"});
+        OVTest::Row("pushed again", "r:a r:b d:a | r:a ?:a", "RecentRemoved(a) RecentInserted(a) data(a)=1",
+                    "a b |");
+        OVTest::Row("favourite pushed as recent", "f:a | r:a", "FavoriteUpdated(a)", "| a");
+        OVTest::Row("favourites full", "f:1 f:2 f:3 f:4 f:5 | f:6", "", "| 5 4 3 2 1");
+        OVTest::Row("promotion", "r:a r:b d:a | f:a ?:a", "RecentRemoved(a) FavoriteInserted(a) data(a)=1",
+                    "b | a");
+        OVTest::Row("demotion", "f:z r:1 r:2 r:3 r:4 r:5 r:6 r:7 r:8 r:9 r:10 | x:z ?:z",
+                    "FavoriteRemoved(z) RecentRemoved(1) RecentInserted(z) data(z)=none",
+                    "z 10 9 8 7 6 5 4 3 2 |");
+        OVTest::Row("removed recent", "r:a d:a | x:a r:a ?:a",
+                    "RecentRemoved(a) RecentInserted(a) data(a)=none", "a |");
+        OVTest::Row("favourites trimmed", "f:a f:b f:c | F:1",
+                    "FavoriteRemoved(a) RecentInserted(a) FavoriteRemoved(b) RecentInserted(b)", "b a | c");
+        OVTest::Row("recents trimmed", "r:a r:b r:c | R:1", "RecentRemoved(a) RecentRemoved(b)", "c |");
+        OVTest::Row("recents full", "R:2 r:a r:b | r:c", "RecentRemoved(a) RecentInserted(c)", "c b |");
+        OVTest::Row("limit 0 is no limit", "R:0 f:a | r:a", "RecentInserted(a)", "a | a");
+        OVTest::Row("data and updates", "r:a f:b | d:a d:b d:q u:a u:b u:q",
+                    "RecentDataChanged(a,7) FavoriteDataChanged(b,7) RecentUpdated(a) FavoriteUpdated(b)",
+                    "a | b");
     }
     void sequences()
     {
@@ -105,7 +96,7 @@ private slots:
         QStringList recents;
         for (int i = 11; i >= 0; --i)
             recents << File(QStringLiteral("r%1.png").arg(i));
-        const QStringList favorites{File(QStringLiteral("f.png"))};
+        const QStringList favorites{File("f.png")};
         OVRecentManager* m = Start();
         m->SetRecentsNumber(12);
         m->SetFavoritesNumber(3);
@@ -116,7 +107,6 @@ private slots:
         QSettings stored(UserIni(), QSettings::IniFormat);
         QCOMPARE(stored.value("RecentFiles").toByteArray(), Stored(12, recents));
         QCOMPARE(stored.value("FavoriteFiles").toByteArray(), Stored(1, favorites));
-
         // Deleted behind the editor's back: gone after the restart.
         QVERIFY(QFile::remove(recents.takeAt(3)));
         OVRecentManager::InitInstance();
@@ -128,7 +118,6 @@ private slots:
         QSignalSpy changed(m, &OVRecentManager::RecentDataChanged);
         m->SetItemData(recents.first(), 1, 2);
         QCOMPARE(changed.count() + m->GetItemData(recents.first(), 1, -1).toInt(), -1);
-
         // Stored limits are bounded; at most the limit is read; the setters take any limit.
         m = Start({{"RecentLimit", 40}, {"FavoriteLimit", -2}, {"RecentFiles", Stored(12, recents)}});
         QCOMPARE(m->GetRecentsNumber() * 100 + m->GetFavoritesNumber(), 1500);
@@ -142,13 +131,12 @@ private slots:
     void badStoredValues_data()
     {
         // Stored under "RecentFiles" and "FavoriteFiles" (with both limits 10, or "many", read as 0).
-        QTest::addColumn<QVariant>("files");
-        QTest::addColumn<QStringList>("expected");
-        const QString a = File(QStringLiteral("a.png"));
-        const QString b = File(QStringLiteral("b.png"));
+        OVTest::Columns<QVariant, QStringList>({"files", "expected"});
+        const QString a = File("a.png");
+        const QString b = File("b.png");
         const QByteArray one = Stored(1, {});
 
-        QTest::newRow("not a byte array") << QVariant(QStringLiteral("abc def")) << QStringList();
+        QTest::newRow("not a byte array") << QVariant("abc def") << QStringList();
         QTest::newRow("truncated") << QVariant(Stored(2, {a, b}).chopped(3)) << QStringList{a};
         QTest::newRow("count of two billion") << QVariant(Stored(2000000000, {a, b})) << QStringList{a, b};
         QTest::newRow("negative count") << QVariant(Stored(-3, {a})) << QStringList();

@@ -22,9 +22,9 @@
 
 namespace {
 
-const QString kBrightnessContrast = QStringLiteral("{8E0C52A4-7A31-4B8C-9D3E-0000000A0001}");
-const QString kGreyscale = QStringLiteral("{8E0C52A4-7A31-4B8C-9D3E-0000000A0002}");
-const QString kBoxBlur = QStringLiteral("{8E0C52A4-7A31-4B8C-9D3E-0000000F0001}");
+const QString kBrightnessContrast = "{8E0C52A4-7A31-4B8C-9D3E-0000000A0001}";
+const QString kGreyscale = "{8E0C52A4-7A31-4B8C-9D3E-0000000A0002}";
+const QString kBoxBlur = "{8E0C52A4-7A31-4B8C-9D3E-0000000F0001}";
 
 QImage Apply(const QString& uid, const QImage& image, const QVariantMap& parameters)
 {
@@ -52,7 +52,6 @@ QAction* Tool(const QMenu& menu, const QString& uid)
 class TestSamplePlugins : public QObject
 {
     Q_OBJECT
-
 private slots:
     void initTestCase()
     {
@@ -62,8 +61,8 @@ private slots:
         OVToolBarManager::InitInstance();
         OVToolWidgetManager::InitInstance();
         OVToolGroupManager::InitInstance();
-        m_edit.reset(OVMenuManager::CreateMenu(OVMenuManager::Edit, QStringLiteral("Edit")));
-        m_filter.reset(OVMenuManager::CreateMenu(OVMenuManager::Filter, QStringLiteral("Filter")));
+        m_edit.reset(OVMenuManager::CreateMenu(OVMenuManager::Edit, "Edit"));
+        m_filter.reset(OVMenuManager::CreateMenu(OVMenuManager::Filter, "Filter"));
         OVApplication::LoadPlugins(
             QStringList{OV_PLUGIN_BRUSHES, OV_PLUGIN_ADJUSTMENTS, OV_PLUGIN_FILTER, OV_PLUGIN_TOOLS});
         QVERIFY(OVApplication::GetErrorPlugins().empty());
@@ -82,45 +81,35 @@ private slots:
         QCOMPARE(OVBrushToolManager::GetInstance()->GetRegistered(), QStringList{brushes->GetUID()});
         IBrushFactory* factory = OVApplication::GetBrushFactory();
         QCOMPARE(dynamic_cast<QObject*>(factory), static_cast<QObject*>(brushes));
-        std::unique_ptr<QObject> soft(factory->CreateBrush(QStringLiteral("soft")));
-        QCOMPARE(soft->objectName(), QStringLiteral("soft"));
-        QCOMPARE(factory->CreateBrush(QStringLiteral("fuzzy")), nullptr);
-
+        std::unique_ptr<QObject> soft(factory->CreateBrush("soft"));
+        QCOMPARE(soft->objectName(), "soft");
+        QCOMPARE(factory->CreateBrush("fuzzy"), nullptr);
         // A filter entry names its adjustment and the parameters it applies.
         QCOMPARE(m_filter->actions().size(), 2);
         const QVariantMap large = m_filter->actions().at(1)->data().toMap();
-        QCOMPARE(large.value(QStringLiteral("adjustment")).toString(), kBoxBlur);
-        QCOMPARE(large.value(QStringLiteral("radius")).toInt(), 8);
+        QCOMPARE(large.value("adjustment").toString(), kBoxBlur);
+        QCOMPARE(large.value("radius").toInt(), 8);
         // UIReady chose the first tool and showed its contents.
-        QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QStringLiteral("tool.hand"));
-        QVERIFY(Tool(*m_edit, QStringLiteral("tool.hand"))->isChecked());
-        QCOMPARE(OVToolBarManager::GeneralContent()->windowTitle(), QStringLiteral("Hand"));
-        QCOMPARE(OVToolWidgetManager::GeneralContent()->windowTitle(), QStringLiteral("Hand"));
+        QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), "tool.hand");
+        QVERIFY(Tool(*m_edit, "tool.hand")->isChecked());
+        QCOMPARE(OVToolBarManager::GeneralContent()->windowTitle(), "Hand");
+        QCOMPARE(OVToolWidgetManager::GeneralContent()->windowTitle(), "Hand");
     }
 
-    // One pixel through an adjustment with the given parameters.
     void adjustments_data()
     {
-        QTest::addColumn<QString>("uid");
-        QTest::addColumn<QVariantMap>("parameters");
-        QTest::addColumn<QRgb>("pixel");
-        QTest::addColumn<QRgb>("expected");
-
-        QTest::newRow("brightness -100 is black, alpha kept")
-            << kBrightnessContrast << QVariantMap{{"brightness", -100}} << qRgba(10, 100, 250, 128)
-            << qRgba(0, 0, 0, 128);
-        QTest::newRow("contrast +100 doubles the distance from grey")
-            << kBrightnessContrast << QVariantMap{{"contrast", 100}} << qRgba(100, 128, 160, 255)
-            << qRgba(73, 129, 193, 255);
-        QTest::newRow("out-of-range parameters are bounded")
-            << kBrightnessContrast << QVariantMap{{"brightness", 500}} << qRgba(0, 0, 0, 255)
-            << qRgba(255, 255, 255, 255);
-        QTest::newRow("grey-scale") << kGreyscale << QVariantMap() << qRgba(255, 0, 0, 200)
-                                    << qRgba(qGray(255, 0, 0), qGray(255, 0, 0), qGray(255, 0, 0), 200);
-        QTest::newRow("blur keeps a flat colour")
-            << kBoxBlur << QVariantMap{{"radius", 3}} << qRgba(30, 60, 90, 255) << qRgba(30, 60, 90, 255);
+        OVTest::Columns<QString, QVariantMap, QRgb, QRgb>({"uid", "parameters", "pixel", "expected"});
+        OVTest::Row("brightness -100 is black, alpha kept", kBrightnessContrast,
+                    QVariantMap{{"brightness", -100}}, qRgba(10, 100, 250, 128), qRgba(0, 0, 0, 128));
+        OVTest::Row("contrast +100 doubles the distance from grey", kBrightnessContrast,
+                    QVariantMap{{"contrast", 100}}, qRgba(100, 128, 160, 255), qRgba(73, 129, 193, 255));
+        OVTest::Row("out-of-range parameters are bounded", kBrightnessContrast,
+                    QVariantMap{{"brightness", 500}}, qRgba(0, 0, 0, 255), qRgba(255, 255, 255, 255));
+        OVTest::Row("grey-scale", kGreyscale, QVariantMap(), qRgba(255, 0, 0, 200),
+                    qRgba(qGray(255, 0, 0), qGray(255, 0, 0), qGray(255, 0, 0), 200));
+        OVTest::Row("blur keeps a flat colour", kBoxBlur, QVariantMap{{"radius", 3}}, qRgba(30, 60, 90, 255),
+                    qRgba(30, 60, 90, 255));
     }
-
     void adjustments()
     {
         QFETCH(QString, uid);
@@ -153,13 +142,13 @@ private slots:
     // Picking a tool in the menu makes it the chosen tool of the group and shows its contents.
     void toolSwitching()
     {
-        QAction* zoom = Tool(*m_edit, QStringLiteral("tool.zoom"));
+        QAction* zoom = Tool(*m_edit, "tool.zoom");
         zoom->trigger();
-        QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QStringLiteral("tool.zoom"));
+        QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), "tool.zoom");
         QVERIFY(zoom->isChecked());
-        QVERIFY(!Tool(*m_edit, QStringLiteral("tool.hand"))->isChecked());
-        QCOMPARE(OVToolBarManager::GeneralContent()->windowTitle(), QStringLiteral("Zoom"));
-        QCOMPARE(OVToolWidgetManager::GeneralContent()->windowTitle(), QStringLiteral("Zoom"));
+        QVERIFY(!Tool(*m_edit, "tool.hand")->isChecked());
+        QCOMPARE(OVToolBarManager::GeneralContent()->windowTitle(), "Zoom");
+        QCOMPARE(OVToolWidgetManager::GeneralContent()->windowTitle(), "Zoom");
         // Picking it again keeps it chosen.
         zoom->trigger();
         QVERIFY(zoom->isChecked());

@@ -6,19 +6,13 @@
 #include "OVRecentManager.h"
 #include "OVTestSupport.h"
 
-#include <QDir>
-#include <QProcess>
-#include <QSettings>
-#include <QTemporaryDir>
-#include <QUuid>
-
 namespace {
 
 using A = OVApplication;
 
 QString UserIni()
 {
-    return A::GetUserDataFolder() + QStringLiteral("/user.ini");
+    return A::GetUserDataFolder() + "/user.ini";
 }
 
 const char kReadEverything[] = "--read-everything";
@@ -100,43 +94,39 @@ QPair<QByteArray, QByteArray> RunChild(const QMap<QString, QByteArray>& files)
 class TestSettings : public QObject
 {
     Q_OBJECT
-
 private slots:
     void init()
     {
         // Each test function works on folders of its own.
         m_dir = std::make_unique<QTemporaryDir>();
-        A::SetDataFolder(m_dir->path() + QStringLiteral("/data"));
-        A::SetUserDataFolder(m_dir->path() + QStringLiteral("/user"));
+        A::SetDataFolder(m_dir->path() + "/data");
+        A::SetUserDataFolder(m_dir->path() + "/user");
     }
 
     void firstUserWriteCreatesProfile()
     {
         QVERIFY(QDir(A::GetUserDataFolder()).removeRecursively());
-        A::SetUserValue(QStringLiteral("Save/PathOpen"), QStringLiteral("/pictures"));
+        A::SetUserValue("Save/PathOpen", "/pictures");
         const QByteArray text = OVTest::ReadFile(UserIni());
         QVERIFY2(text.contains("[General]\nVersion=2.4.0\n"), text.constData());
         QVERIFY2(text.contains("[Save]\nPathOpen=/pictures\n"), text.constData());
-
         // The version records who created the file; it is not written again.
-        QSettings(UserIni(), QSettings::IniFormat).remove(QStringLiteral("Version"));
-        A::SetUserValue(QStringLiteral("Save/PathOpen"), QStringLiteral("/other"));
-        QCOMPARE(QSettings(UserIni(), QSettings::IniFormat).value(QStringLiteral("Version")), QVariant());
-        QCOMPARE(A::GetPathOpen(), QStringLiteral("/other"));
-
+        QSettings(UserIni(), QSettings::IniFormat).remove("Version");
+        A::SetUserValue("Save/PathOpen", "/other");
+        QCOMPARE(QSettings(UserIni(), QSettings::IniFormat).value("Version"), QVariant());
+        QCOMPARE(A::GetPathOpen(), "/other");
         // An application write makes the user data folder, and no version goes into "app.ini".
         QVERIFY(QDir(A::GetUserDataFolder()).removeRecursively());
         QVERIFY(QDir(A::GetDataFolder()).removeRecursively());
-        A::SetAppicationValue(QStringLiteral("Window/Geometry"), 42);
+        A::SetAppicationValue("Window/Geometry", 42);
         QVERIFY(QFileInfo(A::GetUserDataFolder()).isDir());
-        QCOMPARE(A::GetApplicationValue(QStringLiteral("Version"), 0), QVariant(0));
-        QCOMPARE(A::GetUserValue(QStringLiteral("Window/Geometry"), 0), QVariant(0));
+        QCOMPARE(A::GetApplicationValue("Version", 0), QVariant(0));
+        QCOMPARE(A::GetUserValue("Window/Geometry", 0), QVariant(0));
     }
 
     void languageIndexDropsRegion_data()
     {
-        QTest::addColumn<QVariant>("stored");
-        QTest::addColumn<QString>("expected");
+        OVTest::Columns<QVariant, QString>({"stored", "expected"});
         QTest::newRow("language and region") << QVariant("pt_BR") << "pt";
         QTest::newRow("leading underscore") << QVariant("_x") << "";
         QTest::newRow("hyphen is kept") << QVariant("pt-BR") << "pt-BR";
@@ -148,18 +138,17 @@ private slots:
         QCOMPARE(A::GetUserValue(A::LanguageIndex, stored), stored);
         QVERIFY(!A::GetUserValue(A::LanguageIndex).isValid());
         A::SetUserValue(A::LanguageIndex, stored);
-        QTEST(A::GetUserValue(QStringLiteral("Language/Index")).toString(), "expected");
+        QTEST(A::GetUserValue("Language/Index").toString(), "expected");
         // Only that one key of "user.ini" is trimmed.
-        A::SetUserValue(QStringLiteral("Language/Other"), stored);
-        QCOMPARE(A::GetUserValue(QStringLiteral("Language/Other")), stored);
-        A::SetAppicationValue(QStringLiteral("Language/Index"), stored);
-        QCOMPARE(A::GetApplicationValue(QStringLiteral("Language/Index")).toString(), stored.toString());
+        A::SetUserValue("Language/Other", stored);
+        QCOMPARE(A::GetUserValue("Language/Other"), stored);
+        A::SetAppicationValue("Language/Index", stored);
+        QCOMPARE(A::GetApplicationValue("Language/Index").toString(), stored.toString());
     }
 
     void keyNames_data()
     {
-        QTest::addColumn<int>("role");
-        QTest::addColumn<QString>("key");
+        OVTest::Columns<int, QString>({"role", "key"});
         const QStringList keys =
             QStringList{QString()} +
             OVTest::Words(
@@ -198,33 +187,32 @@ private slots:
         // The current folder, however spelled, changes nothing and creates nothing; neither does
         // an empty one.
         QVERIFY(QDir(data).removeRecursively());
-        A::SetDataFolder(data + QStringLiteral("/../data/"));
+        A::SetDataFolder(data + "/../data/");
         A::SetDataFolder(QDir::toNativeSeparators(data));
         A::SetDataFolder(QString());
         A::SetUserDataFolder(QString());
         QCOMPARE(A::GetDataFolder(), data);
         QVERIFY(!QFileInfo::exists(data));
-
         // Another folder is created with its parents; nothing is moved.
-        A::SetUserValue(QStringLiteral("k"), QStringLiteral("old"));
-        const QString nested = m_dir->path() + QStringLiteral("/a/b/c");
+        A::SetUserValue("k", "old");
+        const QString nested = m_dir->path() + "/a/b/c";
         A::SetUserDataFolder(nested);
         QCOMPARE(A::GetUserDataFolder(), nested);
         QVERIFY(QFileInfo(nested).isDir());
-        QCOMPARE(A::GetUserValue(QStringLiteral("k"), "none"), QVariant("none"));
+        QCOMPARE(A::GetUserValue("k", "none"), QVariant("none"));
     }
 
     void wrongTypes()
     {
         QSettings raw(UserIni(), QSettings::IniFormat);
-        raw.setValue(QStringLiteral("ColorManagement/MissingPolicy"), QStringLiteral("abc"));
-        raw.setValue(QStringLiteral("MessagesAndConfirmationsSettings/ShowPNGCompressionSettings"), "false");
-        raw.setValue(QStringLiteral("Save/PathOpen"), 5);
-        raw.setValue(QStringLiteral("Save/PathExport"), QStringList{"a", "b"});
+        raw.setValue("ColorManagement/MissingPolicy", "abc");
+        raw.setValue("MessagesAndConfirmationsSettings/ShowPNGCompressionSettings", "false");
+        raw.setValue("Save/PathOpen", 5);
+        raw.setValue("Save/PathExport", QStringList{"a", "b"});
         raw.sync();
         QCOMPARE(int(A::GetColorManagementMissingPolicy()), 0);
         QCOMPARE(A::IsPNGCompressionVisible(), false);
-        QCOMPARE(A::GetPathOpen(), QStringLiteral("5"));
+        QCOMPARE(A::GetPathOpen(), "5");
         QCOMPARE(A::GetPathExport(), QString());
     }
 
@@ -243,8 +231,8 @@ private slots:
         QVERIFY(folder ? QDir().mkpath(UserIni()) : OVTest::WriteFile(UserIni(), junk));
         QCOMPARE(A::GetPathOpen(), QString());
         QCOMPARE(int(A::GetColorManagementNotEqualPolicy()), 3);
-        A::SetPathOpen(QStringLiteral("/written"));
-        QCOMPARE(A::GetPathOpen(), folder ? QString() : QStringLiteral("/written"));
+        A::SetPathOpen("/written");
+        QCOMPARE(A::GetPathOpen(), folder ? QString() : "/written");
     }
 
     // A value QSettings cannot decode safely, in each of the library's files, under keys read at
@@ -253,8 +241,7 @@ private slots:
     // line tells what was dropped.
     void damagedValue_data()
     {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QByteArray>("text");
+        OVTest::Columns<QString, QByteArray>({"file", "text"});
         const QByteArray list = "@Variant(\\0\\0\\0\\t\\x7f\\xff\\xff\\xff)"; // 2^31 - 1 values
         const QString folder = QFileInfo(kUserIni).path() + '/';
         for (const QString& key : OVTest::Words(
@@ -324,10 +311,10 @@ private slots:
     {
         QFETCH(QVariant, value);
         OVTest::LogCapture log;
-        A::SetUserValue(QStringLiteral("Host/Value"), value);
+        A::SetUserValue("Host/Value", value);
         // A write decodes the whole file again.
-        A::SetUserValue(QStringLiteral("Host/Other"), 1);
-        QCOMPARE(A::GetUserValue(QStringLiteral("Host/Value")), value);
+        A::SetUserValue("Host/Other", 1);
+        QCOMPARE(A::GetUserValue("Host/Value"), value);
         QCOMPARE(log.Matching("Damaged"), QStringList());
     }
 
@@ -339,10 +326,6 @@ int main(int argc, char** argv)
 {
     if (argc > 1 && qstrcmp(argv[1], kReadEverything) == 0)
         return ReadEverything(argc, argv);
-    OVTest::IsolateEnvironment();
-    OVApplication app(argc, argv);
-    TestSettings test;
-    QTEST_SET_MAIN_SOURCE_PATH
-    return QTest::qExec(&test, argc, argv);
+    return OVTest::Main<TestSettings>(argc, argv);
 }
 #include "tst_settings.moc"

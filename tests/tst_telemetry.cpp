@@ -10,17 +10,8 @@
 #include "private/OVStatisticsClient_p.h"
 #include "private/OVSystemInfo_p.h"
 
-#include <QDateTime>
-#include <QDir>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QLocale>
 #include <QNetworkReply>
-#include <QSemaphore>
-#include <QSettings>
 #include <QSslError>
-#include <QUrlQuery>
 #include <qpa/qplatformscreen.h>
 #include <qpa/qwindowsysteminterface.h>
 
@@ -69,7 +60,7 @@ QJsonDocument Doc(int seq)
 QPair<QByteArray, bool> PostOne(const QString& url, const QString& user, const QString& contentType)
 {
     OVEndpointMessanger messenger;
-    const unsigned int id = messenger.RegisterEndpoint(url, user, QStringLiteral("s3cret"), contentType);
+    const unsigned int id = messenger.RegisterEndpoint(url, user, "s3cret", contentType);
     QPair<QByteArray, bool> received{"no callback", false};
     QSemaphore done;
     messenger.PostMessage(id, Doc(1), [&](const QByteArray& b) {
@@ -94,25 +85,22 @@ struct TestScreen : QPlatformScreen
 
     QRect rect{800, 0, 1280, 800};
     qreal ratio = 1;
-    static std::atomic<bool> offGuiThread;
+    static inline std::atomic<bool> offGuiThread{false};
 };
-std::atomic<bool> TestScreen::offGuiThread{false};
 
 } // namespace
 
 class TestTelemetry : public QObject
 {
     Q_OBJECT
-
 private slots:
     void init() { s_server->Clear(); }
 
     void events_data()
     {
-        QTest::addColumn<int>("overload"); // 0: the document, 1: type and id, 2: with properties
-        QTest::addColumn<QJsonDocument>("doc");
-        QTest::addColumn<Properties>("properties");
-        QTest::addColumn<QJsonObject>("expected"); // without the two stamps
+        // overload: 0 the document, 1 type and id, 2 with properties; expected: without the two stamps
+        OVTest::Columns<int, QJsonDocument, Properties, QJsonObject>(
+            {"overload", "doc", "properties", "expected"});
         const QJsonObject open{{"event_type", "open"}, {"event_id", 7}};
         QJsonObject withProperties = open;
         withProperties.insert("event_properties", QJsonObject{{"a", "1"}, {"b", "x y&z=%"}});
@@ -120,25 +108,23 @@ private slots:
         emptyProperties.insert("event_properties", QJsonObject());
         const QJsonObject huge{{"blob", QString(4 << 20, 'h')}};
 
-        QTest::newRow("type and id") << 1 << QJsonDocument() << Properties() << open;
-        QTest::newRow("properties") << 2 << QJsonDocument() << Properties{{"a", "1"}, {"b", "x y&z=%"}}
-                                    << withProperties;
-        QTest::newRow("no properties") << 2 << QJsonDocument() << Properties() << emptyProperties;
-        QTest::newRow("stamps replaced")
-            << 0 << QJsonDocument(QJsonObject{{"device_id", "x"}, {"session_id", 1}, {"k", true}})
-            << Properties() << QJsonObject{{"k", true}};
-        QTest::newRow("array") << 0 << QJsonDocument(QJsonArray{1, 2}) << Properties() << QJsonObject();
-        QTest::newRow("empty") << 0 << QJsonDocument() << Properties() << QJsonObject();
-        QTest::newRow("huge") << 0 << QJsonDocument(huge) << Properties() << huge;
+        OVTest::Row("type and id", 1, QJsonDocument(), Properties(), open);
+        OVTest::Row("properties", 2, QJsonDocument(), Properties{{"a", "1"}, {"b", "x y&z=%"}},
+                    withProperties);
+        OVTest::Row("no properties", 2, QJsonDocument(), Properties(), emptyProperties);
+        OVTest::Row("stamps replaced", 0,
+                    QJsonDocument(QJsonObject{{"device_id", "x"}, {"session_id", 1}, {"k", true}}),
+                    Properties(), QJsonObject{{"k", true}});
+        OVTest::Row("array", 0, QJsonDocument(QJsonArray{1, 2}), Properties(), QJsonObject());
+        OVTest::Row("empty", 0, QJsonDocument(), Properties(), QJsonObject());
+        OVTest::Row("huge", 0, QJsonDocument(huge), Properties(), huge);
     }
-
     void events()
     {
         QFETCH(int, overload);
         QFETCH(QJsonDocument, doc);
         QFETCH(Properties, properties);
         QFETCH(QJsonObject, expected);
-
         if (overload == 0)
             A::SendStatisticsEvent(doc);
         else if (overload == 1)
@@ -152,7 +138,7 @@ private slots:
         const auto form = Form(request);
         QCOMPARE(form.size(), 2);
         QCOMPARE(form[0], qMakePair(QStringLiteral("api_key"), QStringLiteral("k3y&=")));
-        QCOMPARE(form[1].first, QStringLiteral("event_json"));
+        QCOMPARE(form[1].first, "event_json");
 
         const QJsonObject payload = Payload(request);
         QVERIFY(payload["session_id"].toDouble() > 0);
@@ -175,8 +161,8 @@ private slots:
         QCOMPARE(request.path, QByteArray("/identify"));
         const auto form = Form(request);
         QCOMPARE(form.size(), 2);
-        QCOMPARE(form[0].first, QStringLiteral("api_key"));
-        QCOMPARE(form[1].first, QStringLiteral("ident_json"));
+        QCOMPARE(form[0].first, "api_key");
+        QCOMPARE(form[1].first, "ident_json");
         // The screen is the offscreen platform's one.
         const QJsonObject user{{"plan", "pro"},
                                {"channel", "store"},
@@ -198,18 +184,14 @@ private slots:
     // asked the toolkit from the worker thread.
     void screenChanges_data()
     {
-        QTest::addColumn<QStringList>("steps");
-        QTest::addColumn<QStringList>("resolutions");
-        QTest::addColumn<QStringList>("scalings");
+        OVTest::Columns<QStringList, QStringList, QStringList>({"steps", "resolutions", "scalings"});
         using OVTest::Words;
-        QTest::newRow("added") << Words("add") << Words("800x600 1280x800") << Words("100 100");
-        QTest::newRow("made primary")
-            << Words("add primary") << Words("1280x800 800x600") << Words("100 100");
-        QTest::newRow("geometry") << Words("add geometry") << Words("800x600 1920x1080") << Words("100 100");
-        QTest::newRow("scale") << Words("add scale") << Words("800x600 1920x1200") << Words("100 150");
-        QTest::newRow("removed") << Words("add remove") << Words("800x600") << Words("100");
+        OVTest::Row("added", Words("add"), Words("800x600 1280x800"), Words("100 100"));
+        OVTest::Row("made primary", Words("add primary"), Words("1280x800 800x600"), Words("100 100"));
+        OVTest::Row("geometry", Words("add geometry"), Words("800x600 1920x1080"), Words("100 100"));
+        OVTest::Row("scale", Words("add scale"), Words("800x600 1920x1200"), Words("100 150"));
+        OVTest::Row("removed", Words("add remove"), Words("800x600"), Words("100"));
     }
-
     void screenChanges()
     {
         QFETCH(QStringList, steps);
@@ -304,9 +286,8 @@ private slots:
     {
         QVERIFY(A::IsStatisticsEnabled());
         A::SetStatisticsEnabled(false);
-        QCOMPARE(
-            QSettings(A::GetUserDataFolder() + "/user.ini", QSettings::IniFormat).value("Statistics/Enabled"),
-            QVariant("false"));
+        const QSettings user(A::GetUserDataFolder() + "/user.ini", QSettings::IniFormat);
+        QCOMPARE(user.value("Statistics/Enabled"), QVariant("false"));
         A::SendStatisticsEvent("off", 0);
         A::SendIdentificationEvent("off", "", "", "");
         A::SetStatisticsEnabled(true);
@@ -314,9 +295,8 @@ private slots:
         A::SendStatisticsEvent("on", 1);
         A::SendIdentificationEvent("on", "", "", "");
         QVERIFY(s_server->WaitForRequests(2, kWaitMs));
-        QCOMPARE(Posted("/events").value(0)["event_type"].toString(), QStringLiteral("on"));
-        QCOMPARE(Posted("/identify").value(0)["user_properties"].toObject()["plan"].toString(),
-                 QStringLiteral("on"));
+        QCOMPARE(Posted("/events").value(0)["event_type"].toString(), "on");
+        QCOMPARE(Posted("/identify").value(0)["user_properties"].toObject()["plan"].toString(), "on");
     }
 
     // A statistics client pointed at a TLS server nobody trusts drops its events without a word.
@@ -354,33 +334,24 @@ private slots:
 
     void messengerPost_data()
     {
-        QTest::addColumn<QString>("url");
-        QTest::addColumn<Answer>("answer");
-        QTest::addColumn<QByteArray>("served");
-        QTest::addColumn<QString>("user");
-        QTest::addColumn<QString>("contentType");
-        QTest::addColumn<int>("requests");
-        QTest::addColumn<QByteArray>("body"); // what the callback receives
-        QTest::addColumn<int>("error");       // logged error code, -1 for none
+        // body: what the callback receives; error: the logged error code, -1 for none
+        OVTest::Columns<QString, Answer, QByteArray, QString, QString, int, QByteArray, int>(
+            {"url", "answer", "served", "user", "contentType", "requests", "body", "error"});
         const QByteArray huge(32 << 20, 'x');
-        QTest::newRow("json") << "/a" << Answer::Ok << QByteArray("hello") << ""
-                              << "application/json" << 1 << QByteArray("hello") << -1;
-        QTest::newRow("gigantic") << "/c" << Answer::Ok << huge << ""
-                                  << "" << 1 << huge << -1;
+        OVTest::Row("json", "/a", Answer::Ok, QByteArray("hello"), "", "application/json", 1,
+                    QByteArray("hello"), -1);
+        OVTest::Row("gigantic", "/c", Answer::Ok, huge, "", "", 1, huge, -1);
         // Qt marks an HTTP error status only once the body has arrived, so the body gets through.
-        QTest::newRow("500") << "/d" << Answer::ServerError << QByteArray("boom") << ""
-                             << "" << 1 << QByteArray("boom") << int(QNetworkReply::InternalServerError);
-        QTest::newRow("auth") << "/e" << Answer::BasicAuth << QByteArray("in") << "alice"
-                              << "" << 2 << QByteArray("in") << -1;
-        QTest::newRow("auth, no user")
-            << "/f" << Answer::BasicAuth << QByteArray("in") << ""
-            << "" << 1 << QByteArray() << int(QNetworkReply::AuthenticationRequiredError);
-        QTest::newRow("closed") << "/g" << Answer::CloseMidReply << QByteArray("part") << ""
-                                << "" << 1 << QByteArray("part") << int(QNetworkReply::RemoteHostClosedError);
-        QTest::newRow("garbage url") << "::garbage" << Answer::Ok << QByteArray() << ""
-                                     << "" << 0 << QByteArray() << int(QNetworkReply::ProtocolUnknownError);
+        OVTest::Row("500", "/d", Answer::ServerError, QByteArray("boom"), "", "", 1, QByteArray("boom"),
+                    int(QNetworkReply::InternalServerError));
+        OVTest::Row("auth", "/e", Answer::BasicAuth, QByteArray("in"), "alice", "", 2, QByteArray("in"), -1);
+        OVTest::Row("auth, no user", "/f", Answer::BasicAuth, QByteArray("in"), "", "", 1, QByteArray(),
+                    int(QNetworkReply::AuthenticationRequiredError));
+        OVTest::Row("closed", "/g", Answer::CloseMidReply, QByteArray("part"), "", "", 1, QByteArray("part"),
+                    int(QNetworkReply::RemoteHostClosedError));
+        OVTest::Row("garbage url", "::garbage", Answer::Ok, QByteArray(), "", "", 0, QByteArray(),
+                    int(QNetworkReply::ProtocolUnknownError));
     }
-
     void messengerPost()
     {
         QFETCH(QString, url);
@@ -390,7 +361,6 @@ private slots:
         QFETCH(QString, contentType);
         QFETCH(int, requests);
         QFETCH(int, error);
-
         s_server->SetAnswer(url.toUtf8(), answer, served);
         OVTest::LogCapture log;
         const auto [received, onGuiThread] =
@@ -408,27 +378,25 @@ private slots:
                      user.isEmpty() ? QByteArray() : "Basic " + QByteArray("alice:s3cret").toBase64());
         }
         // Two lines: the code, then the reply's error text.
-        const QStringList lines = log.Matching(QStringLiteral("Build date="));
-        const int at = lines.indexOf(OVTest::BuildLogLine(QStringLiteral("src\\OVEndpointMessanger.cpp"),
+        const QStringList lines = log.Matching("Build date=");
+        const int at = lines.indexOf(OVTest::BuildLogLine("src\\OVEndpointMessanger.cpp",
                                                           QStringLiteral("Send event error: %1").arg(error)));
         QCOMPARE(at >= 0, error >= 0);
-        QCOMPARE(log.Matching(QStringLiteral("Send event error")).size(), error >= 0 ? 1 : 0);
+        QCOMPARE(log.Matching("Send event error").size(), error >= 0 ? 1 : 0);
         if (at >= 0)
-            QVERIFY(lines.value(at + 1).contains(QStringLiteral("OVEndpointMessanger.cpp")));
+            QVERIFY(lines.value(at + 1).contains("OVEndpointMessanger.cpp"));
     }
 
     // The messenger against a TLS server whose self-signed certificate nobody trusts: each TLS
     // error is logged with its text, then the failure, and the callback gets the empty body.
     void messengerTls_data()
     {
-        QTest::addColumn<QString>("altName");
-        QTest::addColumn<QList<int>>("errors"); // in the order Qt reports them
-        QTest::newRow("self-signed") << "IP:127.0.0.1" << QList<int>{QSslError::SelfSignedCertificate};
-        QTest::newRow("self-signed, another host")
-            << "DNS:elsewhere.invalid"
-            << QList<int>{QSslError::HostNameMismatch, QSslError::SelfSignedCertificate};
+        // errors: in the order Qt reports them
+        OVTest::Columns<QString, QList<int>>({"altName", "errors"});
+        OVTest::Row("self-signed", "IP:127.0.0.1", QList<int>{QSslError::SelfSignedCertificate});
+        OVTest::Row("self-signed, another host", "DNS:elsewhere.invalid",
+                    QList<int>{QSslError::HostNameMismatch, QSslError::SelfSignedCertificate});
     }
-
     void messengerTls()
     {
         QFETCH(QString, altName);
@@ -438,43 +406,37 @@ private slots:
         QVERIFY2(failure.isEmpty(), qPrintable(failure));
         OVTest::LogCapture log;
         QCOMPARE(PostOne(server.Url("/tls"), {}, "application/json").first, QByteArray());
-
         // The whole sequence: the TLS errors, the failure's code and the reply's error text.
         QStringList expected;
         for (int error : errors)
             expected << QSslError(QSslError::SslError(error)).errorString();
         expected << QStringLiteral("Send event error: %1").arg(int(QNetworkReply::SslHandshakeFailedError))
-                 << QStringLiteral("SSL handshake failed");
-        const QStringList lines = log.Matching(QStringLiteral("Build date="));
+                 << "SSL handshake failed";
+        const QStringList lines = log.Matching("Build date=");
         QCOMPARE(lines.size(), expected.size());
         for (int i = 0; i < expected.size(); ++i)
-            QVERIFY2(OVTest::BuildLogLine(QStringLiteral("src\\OVEndpointMessanger.cpp"), expected[i])
-                         .match(lines[i])
-                         .hasMatch(),
-                     qPrintable(lines[i]));
+            QVERIFY2(
+                OVTest::BuildLogLine("src\\OVEndpointMessanger.cpp", expected[i]).match(lines[i]).hasMatch(),
+                qPrintable(lines[i]));
     }
 
     void messengerShutdown_data()
     {
-        QTest::addColumn<bool>("hold");
-        QTest::addColumn<bool>("release");
-        QTest::addColumn<int>("callbacks"); // -1: any number up to all
-        QTest::addColumn<int>("requests");
+        // callbacks: -1: any number up to all
+        OVTest::Columns<bool, bool, int, int>({"hold", "release", "callbacks", "requests"});
         // The post in flight is answered while the destructor waits: the drain goes on to the end.
-        QTest::newRow("answered") << true << true << 3 << 3;
+        OVTest::Row("answered", true, true, 3, 3);
         // Never answered: the destructor still returns; the aborted post reports, the rest is dropped.
-        QTest::newRow("never answered") << true << false << 1 << 1;
+        OVTest::Row("never answered", true, false, 1, 1);
         // Destroyed at once: each post is either sent with its callback or dropped without it.
-        QTest::newRow("at once") << false << false << -1 << -1;
+        OVTest::Row("at once", false, false, -1, -1);
     }
-
     void messengerShutdown()
     {
         QFETCH(bool, hold);
         QFETCH(bool, release);
         QFETCH(int, callbacks);
         QFETCH(int, requests);
-
         s_server->SetAnswer("/held", hold ? Answer::Hold : Answer::Ok);
         auto messenger = std::make_unique<OVEndpointMessanger>();
         const unsigned int id = messenger->RegisterEndpoint(s_server->Url("/held"), {}, {}, {});

@@ -7,22 +7,22 @@
 #include "OVToolWidgetManager.h"
 
 #include <QLineEdit>
-#include <QPointer>
 #include <QVBoxLayout>
 
 namespace {
 
 using M = OVToolBarManager;
 
-// Records each ContentChanged() as "changed(<empty or shown>,<general widget's title>)", read when
-// the signal arrives.
-void Record(OVTest::SignalLog& log)
+// Makes the tool bar's manager and records each ContentChanged() as "changed(<empty or
+// shown>,<general widget's title>)", read when the signal arrives.
+void Start(OVTest::SignalLog& log)
 {
+    M::InitInstance();
     QObject::connect(M::GetInstance(), &M::ContentChanged, &log, [&log] {
         const QWidget* general = M::GeneralContent();
-        log.Append(QStringLiteral("changed(%1,%2)")
-                       .arg(M::IsGeneralContentEmpty() ? QStringLiteral("empty") : QStringLiteral("shown"),
-                            general ? general->windowTitle() : QStringLiteral("-")));
+        log.Append(
+            QStringLiteral("changed(%1,%2)")
+                .arg(M::IsGeneralContentEmpty() ? "empty" : "shown", general ? general->windowTitle() : "-"));
     });
 }
 
@@ -31,7 +31,7 @@ QWidget* Content(const QString& name)
 {
     auto* content = new QWidget;
     content->setObjectName(name);
-    content->setWindowTitle(QStringLiteral("Title ") + name);
+    content->setWindowTitle("Title " + name);
     return content;
 }
 
@@ -42,11 +42,11 @@ void CheckFocus(bool clearsFocus)
 {
     Manager::InitInstance();
     QWidget* general = Manager::GeneralContent();
-    QWidget* a = Content(QStringLiteral("A"));
+    QWidget* a = Content("A");
     auto* edit = new QLineEdit(a);
-    QWidget* b = Content(QStringLiteral("B"));
-    Manager::Add(a, QStringLiteral("uid-a"));
-    Manager::Add(b, QStringLiteral("uid-b"));
+    QWidget* b = Content("B");
+    Manager::Add(a, "uid-a");
+    Manager::Add(b, "uid-b");
     general->show();
     QApplication::setActiveWindow(general);
     for (QWidget* next : {b, static_cast<QWidget*>(nullptr)}) {
@@ -66,41 +66,37 @@ void CheckFocus(bool clearsFocus)
 class TestToolContent : public QObject
 {
     Q_OBJECT
-
 private slots:
     void cleanup() { M::ReleaseInstance(); }
 
     void noInstance()
     {
         QWidget content;
-        QVERIFY(!M::Add(&content, QStringLiteral("a")) && !OVToolWidgetManager::Add(&content, "a"));
+        QVERIFY(!M::Add(&content, "a") && !OVToolWidgetManager::Add(&content, "a"));
         QVERIFY(M::IsGeneralContentEmpty() && !M::GeneralContent() && !content.parent());
     }
 
     void add()
     {
-        M::InitInstance();
         OVTest::SignalLog log;
-        Record(log);
+        Start(log);
         QWidget* general = M::GeneralContent();
-        QWidget* a = Content(QStringLiteral("A"));
-        QWidget* b = Content(QStringLiteral("B"));
+        QWidget *a = Content("A"), *b = Content("B");
         const QSizePolicy fixed(QSizePolicy::Fixed, QSizePolicy::Expanding);
         QSizePolicy preferred(QSizePolicy::Preferred, QSizePolicy::Preferred);
         preferred.setRetainSizeWhenHidden(false);
         a->setSizePolicy(fixed);
-        QVERIFY(M::Add(a, QStringLiteral("uid-a")) && M::Add(b, QStringLiteral("uid-b")));
+        QVERIFY(M::Add(a, "uid-a") && M::Add(b, "uid-b"));
         QCOMPARE(a->parentWidget(), general);
         QCOMPARE(a->sizePolicy(), preferred);
         QCOMPARE(general->layout()->indexOf(b), 1);
         QVERIFY(a->isHidden() && M::IsGeneralContentEmpty());
         QCOMPARE(log.Take(), QStringList());
-
         // Added again, a content stays as it is: shown, in its place, with the policy it has now,
         // and followed once.
         M::Activate(a);
         a->setSizePolicy(fixed);
-        QVERIFY(!M::Add(a, QStringLiteral("other")));
+        QVERIFY(!M::Add(a, "other"));
         QVERIFY(!a->isHidden());
         QCOMPARE(a->sizePolicy(), fixed);
         QCOMPARE(general->layout()->count(), 2);
@@ -111,21 +107,19 @@ private slots:
 
     void switching()
     {
-        M::InitInstance();
         OVTest::SignalLog log;
-        Record(log);
+        Start(log);
         QWidget* general = M::GeneralContent();
         general->show();
-        QWidget* a = Content(QStringLiteral("A"));
-        QWidget* b = Content(QStringLiteral("B"));
-        QVERIFY(M::Add(a, QStringLiteral("uid-a")) && M::Add(b, QStringLiteral("uid-b")));
+        QWidget *a = Content("A"), *b = Content("B");
+        QVERIFY(M::Add(a, "uid-a") && M::Add(b, "uid-b"));
         QWidget unknown;
         // Each step adds the names of the contents shown after it to the signal log.
         const auto step = [&](const char* what) {
             QStringList shown;
             for (QWidget* child : general->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
                 shown << (child->isVisible() ? child->objectName() : QString());
-            log.Append(QLatin1String(what) + QStringLiteral(" shown=") + shown.join(QString()));
+            log.Append(QLatin1String(what) + " shown=" + shown.join(QString()));
         };
 
         M::Activate(a);
@@ -164,14 +158,10 @@ private slots:
 
     void release()
     {
-        M::InitInstance();
         OVTest::SignalLog log;
-        Record(log);
-        QPointer<QWidget> general = M::GeneralContent();
-        QPointer<QWidget> shown = Content(QStringLiteral("A"));
-        QPointer<QWidget> hidden = Content(QStringLiteral("B"));
-        QPointer<QWidget> removed = Content(QStringLiteral("C"));
-        QPointer<QWidget> moved = Content(QStringLiteral("D"));
+        Start(log);
+        QPointer<QWidget> general = M::GeneralContent(), shown = Content("A"), hidden = Content("B"),
+                          removed = Content("C"), moved = Content("D");
         QWidget elsewhere;
         for (QWidget* content : {shown.data(), hidden.data(), removed.data(), moved.data()})
             M::Add(content, content->objectName());
@@ -179,28 +169,24 @@ private slots:
         moved->setParent(&elsewhere);
         M::Activate(shown);
         log.Clear();
-
         // The general widget takes its children along, removed or not, and nobody is told.
         M::ReleaseInstance();
         QVERIFY(general.isNull() && shown.isNull() && hidden.isNull() && removed.isNull() && moved);
         QCOMPARE(log.Take(), QStringList());
-
         // The host's window may delete the general widget first; the manager then holds nothing.
-        M::InitInstance();
-        Record(log);
+        Start(log);
         auto* host = new QWidget;
         (new QVBoxLayout(host))->addWidget(M::GeneralContent());
-        M::Add(moved, QStringLiteral("uid-d"));
+        M::Add(moved, "uid-d");
         M::Activate(moved);
         log.Clear();
         delete host;
         QVERIFY(moved.isNull() && !M::GeneralContent() && M::IsGeneralContentEmpty());
-        QCOMPARE(log.Take(), QStringList{QStringLiteral("changed(empty,)")});
-        QVERIFY(!M::Add(&elsewhere, QStringLiteral("uid-e")));
+        QCOMPARE(log.Take(), QStringList{"changed(empty,)"});
+        QVERIFY(!M::Add(&elsewhere, "uid-e"));
         M::ReleaseInstance();
     }
 
-    // The two managers share their code and differ only here.
     void focus()
     {
         CheckFocus<OVToolBarManager>(true);

@@ -6,9 +6,6 @@
 #include "OVTestSupport.h"
 #include "OVToolGroupManager.h"
 
-#include <QPointer>
-#include <QRegularExpression>
-
 namespace {
 
 // An action that can be made to refuse changes through its own IsAllowChange().
@@ -35,7 +32,6 @@ void Row(const char* name, const QString& setup, const char* steps, const char* 
 class TestToolGroup : public QObject
 {
     Q_OBJECT
-
 private slots:
     void init()
     {
@@ -44,10 +40,10 @@ private slots:
         for (const QString name : {"A", "B", "E", "T", "X", "S"}) {
             auto* action = new LockableAction;
             action->setObjectName(name);
-            m_log.Record(action, &OVActivateAction::ImplicitToggled, name + QStringLiteral(".Implicit"));
-            m_log.Record(action, &OVActivateAction::Toggled, name + QStringLiteral(".Toggled"));
-            if (name != QLatin1String("S"))
-                OVToolGroupManager::Add(action, QStringLiteral("uid-") + name);
+            m_log.Record(action, &OVActivateAction::ImplicitToggled, name + ".Implicit");
+            m_log.Record(action, &OVActivateAction::Toggled, name + ".Toggled");
+            if (name != "S")
+                OVToolGroupManager::Add(action, "uid-" + name);
             m_actions << action;
         }
         m_log.Clear();
@@ -63,10 +59,8 @@ private slots:
 
     void transitions_data()
     {
-        QTest::addColumn<QStringList>("setup");
-        QTest::addColumn<QStringList>("steps");
-        QTest::addColumn<QStringList>("emitted");
-        QTest::addColumn<QString>("state");
+        OVTest::Columns<QStringList, QStringList, QStringList, QString>(
+            {"setup", "steps", "emitted", "state"});
         const char* const checkedS = "explicit=- implicit=- checked=S implied=S";
         Row("uncheck", "S.SetChecked(true)", "S.SetChecked(false)", "S.Implicit(false) S.Toggled(false)",
             "explicit=- implicit=- checked= implied=");
@@ -84,7 +78,6 @@ private slots:
         // Set-ups: A chosen; E chosen with T in effect for a while.
         const QString chosenA = "A.SetChecked(true) ";
         const QString temporaryT = "E.SetChecked(true) T.SetImplicitChecked(true) ";
-
         // Activation.
         Row("activate from empty", "", "Activate(B)", "B.Implicit(true) B.Toggled(true) Activate(B)=true",
             onlyB);
@@ -103,7 +96,6 @@ private slots:
             "explicit=A implicit=A checked=A implied=A");
         Row("temporary refuses", temporaryT + "T.Lock()", "Activate(B)", "Activate(B)=false",
             "explicit=E implicit=T checked=E implied=T");
-
         // Members changing their own states.
         Row("temporary over chosen", chosenA, "T.SetImplicitChecked(true)",
             "T.Implicit(true) A.Implicit(false)", "explicit=A implicit=T checked=A implied=T");
@@ -115,15 +107,12 @@ private slots:
         Row("member checked", chosenA, "B.SetChecked(true)",
             "B.Implicit(true) A.Implicit(false) B.Toggled(true)",
             "explicit=B implicit=B checked=A,B implied=B");
-
         // Members leaving; a removed member keeps its flags.
         Row("remove temporary", temporaryT, "Remove(T) T.SetImplicitChecked(false)",
             "E.Implicit(true) T.Implicit(false)", onlyE);
         Row("delete chosen", chosenA, "delete(A)", "", nothing);
         Row("delete temporary", temporaryT, "delete(T)", "E.Implicit(true)", onlyE);
     }
-    // Runs the row's setup steps, then its steps, and compares the signals of the steps and
-    // the final state.
     void transitions()
     {
         QFETCH(QStringList, setup);
@@ -137,37 +126,33 @@ private slots:
     void membership()
     {
         // Adding again keeps the first UID.
-        OVToolGroupManager::Add(Action("A"), QStringLiteral("other"));
+        OVToolGroupManager::Add(Action("A"), "other");
         QVERIFY(OVToolGroupManager::Activate(Action("A")));
-        QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QStringLiteral("uid-A"));
-
+        QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), "uid-A");
         // A checked action that may change is left out: the group does not follow it.
         OVActivateAction outsider;
         outsider.SetChecked(true);
-        OVToolGroupManager::Add(&outsider, QStringLiteral("uid-O"));
+        OVToolGroupManager::Add(&outsider, "uid-O");
         outsider.SetChecked(false);
         outsider.SetChecked(true);
         QCOMPARE(OVToolGroupManager::GetExplicitAction(), Action("A"));
-
         // A checked action that refuses change is taken in as it is.
         auto* fixed = new LockableAction;
         fixed->SetChecked(true);
         fixed->locked = true;
-        OVToolGroupManager::Add(fixed, QStringLiteral("uid-F"));
+        OVToolGroupManager::Add(fixed, "uid-F");
         QVERIFY(fixed->IsChecked());
         QCOMPARE(OVToolGroupManager::GetExplicitAction(), Action("A"));
         fixed->locked = false;
         fixed->SetChecked(false);
         fixed->SetChecked(true);
         QCOMPARE(OVToolGroupManager::GetExplicitAction(), fixed);
-        QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QStringLiteral("uid-F"));
-
+        QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), "uid-F");
         // A deleted explicit member leaves no explicit action and no UID.
         delete fixed;
         QCOMPARE(OVToolGroupManager::GetExplicitAction(), nullptr);
         QCOMPARE(OVToolGroupManager::GetExplicitToolUID(), QString());
-        // Null and unknown actions.
-        OVToolGroupManager::Add(nullptr, QStringLiteral("uid-N"));
+        OVToolGroupManager::Add(nullptr, "uid-N");
         OVToolGroupManager::Remove(&outsider);
         QVERIFY(!OVToolGroupManager::Activate(nullptr));
     }
@@ -190,19 +175,18 @@ private:
         const QString target = match.captured(1);
         const QByteArray method = match.captured(2).toLatin1();
         const QString argument = match.captured(3);
-        if (step == QLatin1String("clear")) {
+        if (step == "clear") {
             m_log.Clear();
         } else if (method == "delete") {
             delete Action(argument);
         } else if (target.isEmpty() && method == "Activate") {
-            m_log.Append(step + QLatin1Char('=') +
-                         OVTest::Describe(OVToolGroupManager::Activate(Action(argument))));
+            m_log.Append(step + '=' + OVTest::Describe(OVToolGroupManager::Activate(Action(argument))));
         } else if (target.isEmpty() && method == "Remove") {
             OVToolGroupManager::Remove(Action(argument));
         } else if (argument.isEmpty()) {
             QVERIFY2(QMetaObject::invokeMethod(Action(target), method.constData()), qPrintable(step));
         } else {
-            const bool value = argument == QLatin1String("true");
+            const bool value = argument == "true";
             QVERIFY2(QMetaObject::invokeMethod(Action(target), method.constData(), Q_ARG(bool, value)),
                      qPrintable(step));
         }
@@ -212,9 +196,7 @@ private:
     // actions whose explicit and implicit flags are set.
     QString State() const
     {
-        const auto name = [](const QObject* object) {
-            return object ? object->objectName() : QStringLiteral("-");
-        };
+        const auto name = [](const QObject* object) { return object ? object->objectName() : "-"; };
         QStringList checked, implied;
         for (const QPointer<LockableAction>& action : m_actions) {
             if (action && action->IsChecked())
@@ -224,7 +206,7 @@ private:
         }
         return QStringLiteral("explicit=%1 implicit=%2 checked=%3 implied=%4")
             .arg(name(OVToolGroupManager::GetExplicitAction()), name(OVToolGroupManager::GetImplicitAction()),
-                 checked.join(QLatin1Char(',')), implied.join(QLatin1Char(',')));
+                 checked.join(','), implied.join(','));
     }
 
     QList<QPointer<LockableAction>> m_actions;

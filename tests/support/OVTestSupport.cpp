@@ -1,10 +1,5 @@
 #include "OVTestSupport.h"
 
-#include <QDir>
-#include <QMutex>
-#include <QTemporaryDir>
-
-#include <memory>
 #include <vector>
 
 namespace OVTest {
@@ -36,6 +31,12 @@ QString IsolateEnvironment()
             qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     return sandbox->path();
+}
+
+QStringList& StartupMessages()
+{
+    static QStringList messages;
+    return messages;
 }
 
 QString SandboxPath()

@@ -4,23 +4,19 @@
 // ordered log of the signals of many objects.
 
 #include <QColor>
-#include <QMetaMethod>
-#include <QObject>
-#include <QRegularExpression>
-#include <QString>
-#include <QStringList>
-#include <QVariant>
-#include <QtTest>
+#include <QtTest> // and with it all of QtCore, which the test programs take from here
 
+#include <memory>
 #include <type_traits>
 #include <utility>
+
+class OVApplication;
 
 namespace OVTest {
 
 // Points HOME and APPDATA at folders inside a fresh temporary folder (removed at exit) and
 // selects the offscreen platform, so that nothing a test does reaches a real profile or
-// display. Call it first thing in main(), before any application object exists. Returns
-// the temporary folder.
+// display. Call it before any application object exists (Main() does); returns the folder.
 QString IsolateEnvironment();
 
 // The folder returned by IsolateEnvironment().
@@ -59,6 +55,21 @@ inline QStringList Words(const QString& text)
 inline QStringList Lines(const QString& text)
 {
     return text.split(QLatin1Char('|'));
+}
+
+// Adds the columns of a _data() function: one of each type, under the names in the same order.
+template <typename... Types>
+void Columns(const char* const (&names)[sizeof...(Types)])
+{
+    int i = 0;
+    static_cast<void>((QTest::addColumn<Types>(names[i++]), ...));
+}
+
+// Adds a row of a _data() function with the values of its columns.
+template <typename... Values>
+void Row(const char* name, const Values&... values)
+{
+    static_cast<void>((QTest::newRow(name) << ... << values));
 }
 
 // Text for a signal argument in a SignalLog entry: an object by its objectName() (else its class),
@@ -112,17 +123,27 @@ private:
     QStringList m_entries;
 };
 
+// The messages logged while Main() made the application object.
+QStringList& StartupMessages();
+
+// The body of a test program's main(): an isolated profile, one application object (an
+// OVApplication unless named) for the whole process, then the test object's functions.
+template <typename TestObject, typename Application = OVApplication>
+int Main(int argc, char** argv)
+{
+    IsolateEnvironment();
+    auto startup = std::make_unique<LogCapture>();
+    Application app(argc, argv);
+    StartupMessages() = std::exchange(startup, nullptr)->Messages();
+    TestObject test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 } // namespace OVTest
 
-// main() of a test program: an isolated profile, one application object (an OVApplication unless
-// named) for the whole process, then the test object's functions.
-#define OV_TEST_MAIN(TestObject) OV_TEST_MAIN_WITH(TestObject, OVApplication)
-#define OV_TEST_MAIN_WITH(TestObject, Application)                                                           \
+// main() of a test program; the arguments are those of Main().
+#define OV_TEST_MAIN(...)                                                                                    \
     int main(int argc, char** argv)                                                                          \
     {                                                                                                        \
-        OVTest::IsolateEnvironment();                                                                        \
-        Application app(argc, argv);                                                                         \
-        TestObject test;                                                                                     \
-        QTEST_SET_MAIN_SOURCE_PATH                                                                           \
-        return QTest::qExec(&test, argc, argv);                                                              \
+        return OVTest::Main<__VA_ARGS__>(argc, argv);                                                        \
     }
