@@ -10,13 +10,11 @@
 
 namespace {
 
-using S = OVSettingsStore;
-
 // A stored limit, bounded to 0..maximum; a value that is no number reads as 0, as QVariant
 // converts it.
 int ReadLimit(const QString& key, int def, int maximum)
 {
-    return std::clamp(S::UserValue(key, def).toInt(), 0, maximum);
+    return std::clamp(OVSettingsStore::UserValue(key, def).toInt(), 0, maximum);
 }
 
 // The first limit paths of a stored list that name existing files. Strings that cannot be
@@ -24,7 +22,7 @@ int ReadLimit(const QString& key, int def, int maximum)
 QStringList ReadList(const QString& key, int limit)
 {
     QStringList paths;
-    const QByteArray bytes = S::UserValue(key, QByteArray()).toByteArray();
+    const QByteArray bytes = OVSettingsStore::UserValue(key, QByteArray()).toByteArray();
     for (const QString& path : OVRecentList::Decode(bytes, limit)) {
         if (!path.isEmpty() && !path.contains(QChar::Null) && QFile::exists(path))
             paths << path;
@@ -37,18 +35,18 @@ QStringList ReadList(const QString& key, int limit)
 OVRecentManagerPrivate::OVRecentManagerPrivate(OVRecentManager* owner)
     : owner(owner)
 {
-    recentsNumber = ReadLimit(S::kRecentLimitKey, recentsNumber, kRecentMaximum);
-    recents = ReadList(S::kRecentFilesKey, recentsNumber);
-    favoritesNumber = ReadLimit(S::kFavoriteLimitKey, favoritesNumber, kFavoriteMaximum);
-    favorites = ReadList(S::kFavoriteFilesKey, favoritesNumber);
+    recentsNumber = ReadLimit(OVSettingsStore::kRecentLimitKey, recentsNumber, kRecentMaximum);
+    recents = ReadList(OVSettingsStore::kRecentFilesKey, recentsNumber);
+    favoritesNumber = ReadLimit(OVSettingsStore::kFavoriteLimitKey, favoritesNumber, kFavoriteMaximum);
+    favorites = ReadList(OVSettingsStore::kFavoriteFilesKey, favoritesNumber);
 }
 
 OVRecentManagerPrivate::~OVRecentManagerPrivate()
 {
-    S::SetUserValue(S::kRecentLimitKey, recentsNumber);
-    S::SetUserValue(S::kFavoriteLimitKey, favoritesNumber);
-    S::SetUserValue(S::kRecentFilesKey, OVRecentList::Encode(recents));
-    S::SetUserValue(S::kFavoriteFilesKey, OVRecentList::Encode(favorites));
+    OVSettingsStore::SetUserValue(OVSettingsStore::kRecentLimitKey, recentsNumber);
+    OVSettingsStore::SetUserValue(OVSettingsStore::kFavoriteLimitKey, favoritesNumber);
+    OVSettingsStore::SetUserValue(OVSettingsStore::kRecentFilesKey, OVRecentList::Encode(recents));
+    OVSettingsStore::SetUserValue(OVSettingsStore::kFavoriteFilesKey, OVRecentList::Encode(favorites));
 }
 
 void OVRecentManagerPrivate::PushRecent(const QString& path)
